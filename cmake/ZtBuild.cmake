@@ -1,0 +1,105 @@
+# How the libraries, tests and benchmarks of this project are put together.
+#
+# A class is one header, one or more sources, a test and, where speed matters,
+# a benchmark, all beside one another. The endings of the file names say which
+# target a file belongs to, so a new file needs no line in any CMakeLists.txt.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# Everything lands in bin/ and lib/, so that programs and modules find each
+# other in the build tree as they do in an installed one.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+if(NOT CMAKE_INSTALL_RPATH)
+  set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+endif()
+
+find_program(ZT_CCACHE ccache)
+if(ZT_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${ZT_CCACHE}")
+endif()
+
+add_library(zt_warnings INTERFACE)
+target_compile_options(zt_warnings INTERFACE
+  -Wall -Wextra -Wconversion -Wshadow -Wnon-virtual-dtor)
+option(ZT_WARNINGS_AS_ERRORS "Stop at a compiler warning" OFF)
+if(ZT_WARNINGS_AS_ERRORS)
+  target_compile_options(zt_warnings INTERFACE -Werror)
+endif()
+
+if(ZT_BUILD_TESTS)
+  enable_testing()
+  find_package(GTest REQUIRED)
+  find_package(rapidcheck REQUIRED)
+endif()
+if(ZT_BUILD_BENCHMARKS)
+  find_package(benchmark REQUIRED)
+endif()
+
+# zt_library(NAME FOLDER...)
+# A shared library from the sources of the given folders below the current one.
+function(zt_library name)
+  set(sources)
+  foreach(folder IN LISTS ARGN)
+    file(GLOB found CONFIGURE_DEPENDS "${folder}/*.cpp" "${folder}/*.h")
+    list(FILTER found EXCLUDE REGEX "_(test|benchmark)\\.cpp$")
+    list(APPEND sources ${found})
+  endforeach()
+  add_library(${name} SHARED ${sources})
+  add_library(ZT::${name} ALIAS ${name})
+  set_target_properties(${name} PROPERTIES
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE CXX)
+  target_compile_features(${name} PUBLIC cxx_std_20)
+  # The order of the operations in an expression is part of the interface, also
+  # where a client inlines it.
+  target_compile_options(${name} PUBLIC -ffp-contract=off)
+  target_include_directories(${name} PUBLIC
+    "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
+    "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/ztbr64v5>")
+  target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:zt_warnings>)
+  target_link_options(${name} PRIVATE $<$<NOT:$<BOOL:${ZT_SANITIZED}>>:-Wl,--no-undefined>)
+  set_property(GLOBAL APPEND PROPERTY ZT_LIBRARIES ${name})
+endfunction()
+
+# zt_folder_programs(PREFIX LIBRARIES FOLDER...)
+# For each folder, one test program from its *_test.cpp and one benchmark
+# program from its *_benchmark.cpp, linked to LIBRARIES.
+function(zt_folder_programs prefix libraries)
+  foreach(folder IN LISTS ARGN)
+    string(REPLACE "/" "_" stem "${prefix}_${folder}")
+    string(REGEX REPLACE "_\\.$" "" stem "${stem}")
+    if(ZT_BUILD_TESTS)
+      file(GLOB tests CONFIGURE_DEPENDS "${folder}/*_test.cpp")
+      if(tests)
+        add_executable(${stem}_tests ${tests})
+        target_link_libraries(${stem}_tests PRIVATE
+          ${libraries} zt_warnings rapidcheck GTest::gmock GTest::gtest_main)
+        # GoogleTest's assertions and offsetof on a class with virtual
+        # operations are both deliberate here.
+        target_compile_options(${stem}_tests PRIVATE -Wno-invalid-offsetof)
+        target_compile_definitions(${stem}_tests PRIVATE
+          ZT_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+        add_test(NAME ${stem} COMMAND ${stem}_tests --gtest_brief=1)
+      endif()
+    endif()
+    if(ZT_BUILD_BENCHMARKS)
+      file(GLOB benchmarks CONFIGURE_DEPENDS "${folder}/*_benchmark.cpp")
+      if(benchmarks)
+        add_executable(${stem}_benchmarks ${benchmarks})
+        target_link_libraries(${stem}_benchmarks PRIVATE
+          ${libraries} zt_warnings zt_peers benchmark::benchmark_main)
+      endif()
+    endif()
+  endforeach()
+endfunction()
+
+if(ZT_BUILD_BENCHMARKS)
+  include(ZtPeers)
+endif()

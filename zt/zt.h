@@ -1,0 +1,4 @@
+/// @file
+/// The whole library in one include.
+
+#pragma once
