@@ -38,6 +38,15 @@ if(ZT_BUILD_TESTS)
   enable_testing()
   find_package(GTest REQUIRED)
   find_package(rapidcheck REQUIRED)
+  # A locale with a decimal comma, for the tests that switch to it: no stored
+  # number may follow the process's locale.
+  find_program(ZT_LOCALEDEF localedef)
+  set(zt_locales "${PROJECT_BINARY_DIR}/locales")
+  if(ZT_LOCALEDEF AND NOT EXISTS "${zt_locales}/de_DE.UTF-8")
+    file(MAKE_DIRECTORY "${zt_locales}")
+    execute_process(
+      COMMAND "${ZT_LOCALEDEF}" -i de_DE -f UTF-8 "${zt_locales}/de_DE.UTF-8" ERROR_QUIET)
+  endif()
 endif()
 if(ZT_BUILD_BENCHMARKS)
   find_package(benchmark REQUIRED)
@@ -87,6 +96,7 @@ function(zt_folder_programs prefix libraries)
         target_compile_definitions(${stem}_tests PRIVATE
           ZT_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
         add_test(NAME ${stem} COMMAND ${stem}_tests --gtest_brief=1)
+        set_tests_properties(${stem} PROPERTIES ENVIRONMENT "LOCPATH=${zt_locales}")
       endif()
     endif()
     if(ZT_BUILD_BENCHMARKS)

@@ -1,0 +1,30 @@
+#include <zt/zt.h>
+
+#include <cstdio>
+
+// Touches every library and every layer that an installed copy has: an inline
+// test, an exported operation, a string, and a document.
+int main() {
+    ZT::InitBedrockDll();
+
+    ZT::RangeR1 stock(0.0, 120.0);
+    ZT::RangeR1 cut(30.0, 45.0);
+    if (stock.Subtract(cut) != 2) return 1;
+
+    IXMLDOMDocumentPtr document;
+    document.CreateInstance();
+    IXMLDOMElementPtr root = document->createElement("Stock");
+    document->appendChild(root);
+
+    ZT::PC context;
+    context.m_mode = 1;
+    ZT::PCExBase cursor(&context, document);
+    cursor.Push(root);
+    stock.PersistXML(cursor);
+    cut.PersistXML(cursor);
+    cursor.PopElement(false);
+
+    const CString text = document->xml();
+    std::puts(text.GetString());
+    return text == "<Stock><Rg>0 30</Rg><Rg>45 120</Rg></Stock>" ? 0 : 1;
+}
