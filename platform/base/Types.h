@@ -41,3 +41,12 @@ using WCHAR = wchar_t;
 using OLECHAR = wchar_t;
 using LPWSTR = wchar_t*;
 using LPCWSTR = const wchar_t*;
+
+/// The two values of a `BOOL`. Another library's macros of these names win, so
+/// that headers can be included in any order.
+#ifndef TRUE
+constexpr BOOL TRUE = 1;
+#endif
+#ifndef FALSE
+constexpr BOOL FALSE = 0;
+#endif

@@ -1,0 +1,11 @@
+#include <platform/object/CInvalidArgException.h>
+#include <platform/object/StandingException.h>
+
+IMPLEMENT_DYNAMIC(CInvalidArgException, CSimpleException)
+
+CInvalidArgException::CInvalidArgException(BOOL autoDelete)
+    : CSimpleException("An invalid argument was encountered.", autoDelete) {}
+
+void AfxThrowInvalidArgException() {
+    throw StandingException<CInvalidArgException>();
+}

@@ -1,0 +1,11 @@
+#include <platform/object/CMemoryException.h>
+#include <platform/object/StandingException.h>
+
+IMPLEMENT_DYNAMIC(CMemoryException, CSimpleException)
+
+CMemoryException::CMemoryException(BOOL autoDelete)
+    : CSimpleException("Out of memory.", autoDelete) {}
+
+void AfxThrowMemoryException() {
+    throw StandingException<CMemoryException>();
+}

@@ -1,0 +1,10 @@
+#include <platform/object/CauseText.h>
+
+std::string CauseText(std::span<const LPCSTR> texts, INT cause, INT fallback, LPCSTR name,
+                      LPCSTR kind) {
+    const bool known = cause >= 0 && static_cast<std::size_t>(cause) < texts.size();
+    std::string text = texts[static_cast<std::size_t>(known ? cause : fallback)];
+    const std::size_t place = text.find("%s");
+    if (place == std::string::npos) return text;
+    return text.replace(place, 2, *name ? std::string(name) : std::string("an unnamed ") + kind);
+}
