@@ -85,8 +85,7 @@ CString& CString::operator=(const wchar_t* text) {
 }
 
 CString& CString::operator=(std::string_view text) {
-    CheckSize(text.size());
-    m_text.assign(text);
+    m_text.assign(Checked(text));
     return *this;
 }
 

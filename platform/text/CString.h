@@ -62,7 +62,7 @@ public:
     /// @{
     CString() noexcept = default;
     CString(std::nullptr_t) noexcept {}
-    CString(const char* text) : m_text(OrEmpty(text)) { CheckSize(m_text.size()); }
+    CString(const char* text) : m_text(Checked(OrEmpty(text))) {}
     /// `length` bytes from `text`, zeros included. A negative length, or a null `text`
     /// with a length, raises the invalid-argument exception.
     CString(const char* text, int length);
@@ -72,7 +72,7 @@ public:
     CString(const wchar_t* text);
     /// The first `length` wide characters, with the failures of the narrow form.
     CString(const wchar_t* text, int length);
-    CString(std::string_view text) : m_text(text) { CheckSize(m_text.size()); }
+    CString(std::string_view text) : m_text(Checked(text)) {}
 
     CString(const CString&) = default;
     CString(CString&&) noexcept = default;
@@ -329,6 +329,10 @@ private:
     }
     static void CheckSize(std::size_t size) {
         if (size > std::size_t{std::numeric_limits<int>::max()}) AfxThrowMemoryException();
+    }
+    static std::string_view Checked(std::string_view text) {
+        CheckSize(text.size());
+        return text;
     }
     static CString Join(std::string_view a, std::string_view b);
     CString& AppendView(std::string_view text) {
