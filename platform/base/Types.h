@@ -29,6 +29,9 @@ using INT_PTR = std::intptr_t;
 using UINT_PTR = std::uintptr_t;
 using DWORD_PTR = std::uintptr_t;
 
+/// A count of bytes in memory.
+using SIZE_T = std::size_t;
+
 using LPVOID = void*;
 using LPSTR = char*;
 using LPCSTR = const char*;

@@ -1,3 +1,4 @@
+#include <platform/files/CFile.h>
 #include <platform/object/CDumpContext.h>
 #include <platform/object/CObject.h>
 
@@ -26,7 +27,7 @@ void AppendHexPair(std::string& text, BYTE byte) {
 }  // namespace
 
 CDumpContext& CDumpContext::operator<<(LPCTSTR text) {
-    std::fputs(text ? text : "(NULL)", stderr);
+    Write(text ? text : "(NULL)");
     return *this;
 }
 
@@ -62,8 +63,8 @@ void CDumpContext::Flush() {
 }
 
 CDumpContext& CDumpContext::WriteCharacter(char c) {
-    const char text[] = {c, 0};
-    return *this << static_cast<LPCTSTR>(text);
+    Write({&c, 1});
+    return *this;
 }
 
 CDumpContext& CDumpContext::WriteReal(float number) {

@@ -7,6 +7,7 @@
 #include <platform/base/Types.h>
 
 #include <concepts>
+#include <string_view>
 
 class CFile;
 class CObject;
@@ -62,6 +63,7 @@ public:
     void Flush();
 
 private:
+    void Write(std::string_view text);
     CDumpContext& WriteCharacter(char c);
     CDumpContext& WriteReal(float number);
     CDumpContext& WriteReal(double number);
