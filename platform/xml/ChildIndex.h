@@ -1,0 +1,103 @@
+/// @file
+/// Quick look-up among the children of large nodes.
+
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include <pugixml.hpp>
+
+/// The first so many nodes of a sequence of siblings, with a place that remembers
+/// where the last search ended and a mark at every 64th node.
+class NodeRun {
+public:
+    std::size_t Size() const { return m_size; }
+    pugi::xml_node Last() const { return m_last; }
+    void Add(pugi::xml_node node);
+
+    /// The `index`-th node, which must be below the size. `step(node, forward)` gives
+    /// the neighbour of a node in the sequence.
+    template <class Step>
+    pugi::xml_node At(std::size_t index, Step step) {
+        MoveCloser(index);
+        for (; m_at < index; ++m_at) m_place = step(m_place, true);
+        for (; m_at > index; --m_at) m_place = step(m_place, false);
+        return m_place;
+    }
+
+private:
+    static constexpr std::size_t kSpacing = 64;
+
+    // Puts the place to the mark before `index` unless it is closer already.
+    void MoveCloser(std::size_t index);
+
+    std::size_t m_size = 0;
+    pugi::xml_node m_last;
+    std::size_t m_at = 0;
+    pugi::xml_node m_place;
+    std::vector<pugi::xml_node> m_marks;
+};
+
+/// What is known of the children of one node: by number, and by tag. It is gathered
+/// from the front as far as a question needs, and stays right when children are
+/// appended; after every other change of the node's children it must be thrown away.
+class ChildIndex {
+public:
+    /// Children from `end` on are not looked at; null for all.
+    ChildIndex(pugi::xml_node parent, pugi::xml_node end) : m_parent(parent), m_end(end) {}
+
+    std::size_t Length();
+    /// Null beyond the end.
+    pugi::xml_node Item(std::size_t index);
+    /// The child element with the tag `name` and `index` others of it before.
+    pugi::xml_node Named(std::string_view name, std::size_t index);
+    std::size_t CountNamed(std::string_view name);
+    std::size_t CountElements();
+
+private:
+    pugi::xml_node After(pugi::xml_node child) const;
+    bool AddNext();
+    // Files one more child under its tag; false at the end.
+    bool FileNext();
+    void File(pugi::xml_node element);
+
+    pugi::xml_node m_parent;
+    pugi::xml_node m_end;
+    NodeRun m_children;
+    pugi::xml_node m_filed;
+    std::size_t m_elements = 0;
+    std::unordered_map<std::string_view, NodeRun> m_named;
+    // The run that was added to last, and its tag.
+    NodeRun* m_recent = nullptr;
+    std::string_view m_recentName;
+};
+
+/// The indexes of a document's large nodes. Nodes with few children have none, and
+/// their children are simply walked over.
+class ChildIndexTable {
+public:
+    /// The number of children up to which they are walked over.
+    static constexpr std::size_t kFew = 32;
+
+    ChildIndexTable() = default;
+    ChildIndexTable(const ChildIndexTable&) = delete;
+    ChildIndexTable& operator=(const ChildIndexTable&) = delete;
+
+    /// The index of `parent` if it was the last that was asked for; null otherwise.
+    ChildIndex* Recent(pugi::xml_node parent);
+    /// The index of `parent`, made if there is none.
+    ChildIndex& Of(pugi::xml_node parent, pugi::xml_node end);
+    /// Forgets `parent`.
+    void Drop(pugi::xml_node parent);
+    void Clear();
+    /// The number of indexes.
+    std::size_t Size() const { return m_indexes.size(); }
+
+private:
+    std::unordered_map<pugi::xml_node_struct*, ChildIndex> m_indexes;
+    pugi::xml_node_struct* m_recentParent = nullptr;
+    ChildIndex* m_recent = nullptr;
+};

@@ -1,0 +1,140 @@
+#include <cstring>
+#include <string>
+
+#include <platform/com/ComError.h>
+#include <platform/xml/DomTree.h>
+
+namespace {
+
+[[noreturn]] void Refused(const char* reason) {
+    _com_raise_error(E_INVALIDARG, reason);
+}
+
+// The parser's library takes names with their final zero only.
+bool SetName(pugi::xml_node node, std::string_view name) {
+    char few[64];
+    if (name.size() >= sizeof few) return node.set_name(std::string(name).c_str());
+    std::memcpy(few, name.data(), name.size());
+    few[name.size()] = 0;
+    return node.set_name(few);
+}
+
+// Names and fills a new node; takes it away again without memory.
+pugi::xml_node Filled(pugi::xml_node node, std::string_view name, std::string_view value) {
+    CheckDomMemory(!IsNull(node));
+    const bool had = (name.empty() || SetName(node, name)) &&
+                     (value.empty() || node.set_value(value.data(), value.size()));
+    if (!had) node.parent().remove_child(node);
+    CheckDomMemory(had);
+    return node;
+}
+
+}  // namespace
+
+void DomTree::CheckCurrent(pugi::xml_node node) const {
+    if (m_retired.empty() || SameNode(node.root(), m_document)) return;
+    Refused("The node belongs to a content that the document no longer has.");
+}
+
+pugi::xml_node DomTree::NewDetached(pugi::xml_node_type type, std::string_view name,
+                                    std::string_view value) {
+    m_detached = true;
+    return Filled(m_holder.append_child(type), name, value);
+}
+
+pugi::xml_node DomTree::NewCopy(pugi::xml_node node, bool deep) {
+    m_detached = true;
+    if (deep || !IsElement(node)) {
+        const pugi::xml_node copy = m_holder.append_copy(node);
+        CheckDomMemory(!IsNull(copy));
+        return copy;
+    }
+    pugi::xml_node copy = NewDetached(pugi::node_element, node.name(), {});
+    for (const pugi::xml_attribute attribute : node.attributes()) {
+        CheckDomMemory(static_cast<bool>(copy.append_copy(attribute)));
+    }
+    return copy;
+}
+
+pugi::xml_node DomTree::NewChild(pugi::xml_node parent, pugi::xml_node_type type,
+                                 std::string_view name, std::string_view value) {
+    CheckCurrent(parent);
+    return Filled(MakeChild(parent, type), name, value);
+}
+
+pugi::xml_node DomTree::MakeChild(pugi::xml_node parent, pugi::xml_node_type type) {
+    if (IsElement(parent)) return parent.append_child(type);
+    if (!SameNode(parent, m_document)) Refused("Only elements and documents have children.");
+    if (type != pugi::node_element) Refused("A text cannot stand outside the root element.");
+    CheckElementTop({});
+    return m_document.insert_child_before(type, m_holder);
+}
+
+void DomTree::CheckPlace(pugi::xml_node parent, pugi::xml_node child, pugi::xml_node before,
+                         pugi::xml_node leaving) const {
+    CheckCurrent(parent);
+    CheckCurrent(child);
+    if (child.type() == pugi::node_document) Refused("A document cannot be a child.");
+    if (SameNode(parent, m_document)) {
+        CheckTopLevel(child, before, leaving);
+    } else if (!IsElement(parent)) {
+        Refused("Only elements and documents have children.");
+    } else if (IsDeclaration(child)) {
+        Refused("An XML declaration can only stand at the very start of a document.");
+    }
+}
+
+void DomTree::CheckTopLevel(pugi::xml_node child, pugi::xml_node before,
+                            pugi::xml_node leaving) const {
+    if (IsTextType(child.type())) Refused("A text cannot stand outside the root element.");
+    if (IsElement(child) && !SameNode(child, DocumentElement())) CheckElementTop(leaving);
+    const pugi::xml_node first = FirstChild(m_document);
+    const bool atStart = IsNull(before) ? IsNull(first) : SameNode(before, first);
+    const bool declared = !IsNull(first) && IsDeclaration(first) && !SameNode(first, leaving);
+    if (IsDeclaration(child) ? !atStart || declared : atStart && declared) {
+        Refused("An XML declaration can only stand at the very start of a document.");
+    }
+}
+
+void DomTree::CheckElementTop(pugi::xml_node leaving) const {
+    const pugi::xml_node root = DocumentElement();
+    if (!IsNull(root) && !SameNode(root, leaving)) {
+        Refused("A document has one root element only.");
+    }
+}
+
+void DomTree::Place(pugi::xml_node parent, pugi::xml_node child, pugi::xml_node before,
+                    pugi::xml_node leaving) {
+    CheckPlace(parent, child, before, leaving);
+    if (SameNode(child, before)) return;
+    const pugi::xml_node from = child.parent();
+    const pugi::xml_node place = IsNull(before) ? EndOf(parent) : before;
+    const pugi::xml_node moved =
+        IsNull(place) ? parent.append_move(child) : parent.insert_move_before(child, place);
+    // What goes wrong after all the checks is a circle.
+    if (IsNull(moved)) Refused("A node cannot stand below itself.");
+    m_indexes.Drop(from);
+    if (!IsNull(before)) m_indexes.Drop(parent);
+}
+
+void DomTree::Detach(pugi::xml_node node) {
+    CheckCurrent(node);
+    const pugi::xml_node from = node.parent();
+    m_detached = true;
+    static_cast<void>(m_holder.append_move(node));
+    m_indexes.Drop(from);
+}
+
+void DomTree::SetContent(pugi::xml_node element, std::string_view text) {
+    CheckCurrent(element);
+    pugi::xml_node first = element.first_child();
+    const bool singleText =
+        first.type() == pugi::node_pcdata && IsNull(first.next_sibling()) && !text.empty();
+    if (!singleText) {
+        for (; !IsNull(first); first = element.first_child()) Detach(first);
+        if (text.empty()) return;
+        Filled(element.append_child(pugi::node_pcdata), {}, text);
+        return;
+    }
+    CheckDomMemory(first.set_value(text.data(), text.size()));
+}

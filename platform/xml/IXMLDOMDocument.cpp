@@ -1,0 +1,142 @@
+#include <platform/xml/IXMLDOMDocument.h>
+
+#include <new>
+#include <string>
+
+#include <platform/com/ComError.h>
+#include <platform/xml/DomAccess.h>
+#include <platform/xml/DomChecks.h>
+#include <platform/xml/DomFile.h>
+#include <platform/xml/DomPrinter.h>
+#include <platform/xml/IXMLDOMElementPtr.h>
+
+namespace {
+
+// Writes to a file and remembers the first failure.
+class FileSink final : public DomSink {
+public:
+    explicit FileSink(DomFileWriter& file) : m_file(file) {}
+
+    void Write(const char* data, std::size_t size) override {
+        if (m_error != 0) return;
+        m_buffer.append(data, size);
+        if (m_buffer.size() >= kBlock) Flush();
+    }
+    int Finish() {
+        if (m_error == 0) Flush();
+        return m_error;
+    }
+
+private:
+    static constexpr std::size_t kBlock = 256 * 1024;
+
+    void Flush() {
+        m_error = m_file.Write(m_buffer.data(), m_buffer.size());
+        m_buffer.clear();
+    }
+
+    DomFileWriter& m_file;
+    std::string m_buffer;
+    int m_error = 0;
+};
+
+// `error` is the system's number, 0 for none.
+void CheckSystem(int error) {
+    if (error != 0) _com_issue_error(ResultFromBits(0x80070000u | static_cast<unsigned>(error)));
+}
+
+IXMLDOMNodePtr NewNode(const IXMLDOMNode& document, pugi::xml_node_type type, std::string_view name,
+                       std::string_view value) {
+    DomTree& tree = DomAccess::Tree(document);
+    return DomAccess::Make<IXMLDOMNodePtr>(tree, tree.NewDetached(type, name, value));
+}
+
+template <class Operation>
+bool WithMemory(Operation operation) {
+    try {
+        return operation();
+    } catch (const std::bad_alloc&) {
+        _com_issue_error(E_OUTOFMEMORY);
+    }
+}
+
+}  // namespace
+
+IXMLDOMElementPtr IXMLDOMDocument::createElement(DomText name) const {
+    CheckDomName(name.View());
+    DomTree& tree = DomAccess::Tree(*this);
+    return DomAccess::Make<IXMLDOMElementPtr>(
+        tree, tree.NewDetached(pugi::node_element, name.View(), {}));
+}
+
+IXMLDOMNodePtr IXMLDOMDocument::createTextNode(DomText text) const {
+    CheckDomText(text.View());
+    return NewNode(*this, pugi::node_pcdata, {}, text.View());
+}
+
+IXMLDOMNodePtr IXMLDOMDocument::createComment(DomText text) const {
+    CheckDomComment(text.View());
+    return NewNode(*this, pugi::node_comment, {}, text.View());
+}
+
+IXMLDOMNodePtr IXMLDOMDocument::createCDATASection(DomText text) const {
+    CheckDomSection(text.View());
+    return NewNode(*this, pugi::node_cdata, {}, text.View());
+}
+
+IXMLDOMNodePtr IXMLDOMDocument::createProcessingInstruction(DomText target, DomText data) const {
+    CheckDomInstruction(target.View(), data.View());
+    return NewNode(*this, pugi::node_pi, target.View(), data.View());
+}
+
+IXMLDOMElementPtr IXMLDOMDocument::documentElement() const {
+    DomTree& tree = DomAccess::Tree(*this);
+    return DomAccess::Make<IXMLDOMElementPtr>(tree, tree.DocumentElement());
+}
+
+void IXMLDOMDocument::putref_documentElement(const IXMLDOMElementPtr& element) const {
+    if (const IXMLDOMElementPtr old = documentElement()) {
+        replaceChild(element, old);
+    } else {
+        appendChild(element);
+    }
+}
+
+IXMLDOMNodeListPtr IXMLDOMDocument::getElementsByTagName(DomText name) const {
+    DomTree& tree = DomAccess::Tree(*this);
+    return DomAccess::ElementsBelow(tree, tree.Root(), name.View());
+}
+
+bool IXMLDOMDocument::load(DomText path) const {
+    return WithMemory(
+        [&] { return DomAccess::Tree(*this).LoadFile(std::string(path.View()).c_str()); });
+}
+
+bool IXMLDOMDocument::loadXML(DomText text) const {
+    return WithMemory([&] { return DomAccess::Tree(*this).LoadText(text.View()); });
+}
+
+const IXMLDOMParseError& IXMLDOMDocument::parseError() const {
+    return DomAccess::Tree(*this).ParseError();
+}
+
+bool IXMLDOMDocument::preserveWhiteSpace() const {
+    return DomAccess::Tree(*this).PreservesWhiteSpace();
+}
+
+void IXMLDOMDocument::put_preserveWhiteSpace(bool preserve) const {
+    DomAccess::Tree(*this).PreserveWhiteSpace(preserve);
+}
+
+void IXMLDOMDocument::save(DomText path) const {
+    const DomTree& tree = DomAccess::Tree(*this);
+    if (IsNull(tree.DocumentElement())) {
+        _com_raise_error(E_UNEXPECTED, "A document without a root element cannot be saved.");
+    }
+    DomFileWriter file;
+    CheckSystem(file.Open(std::string(path.View()).c_str()));
+    FileSink sink(file);
+    PrintDom(tree, tree.Root(), sink);
+    CheckSystem(sink.Finish());
+    CheckSystem(file.Finish());
+}

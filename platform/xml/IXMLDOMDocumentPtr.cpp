@@ -1,0 +1,22 @@
+#include <platform/xml/IXMLDOMDocumentPtr.h>
+
+#include <new>
+
+#include <platform/com/ComError.h>
+#include <platform/xml/DomAccess.h>
+
+IXMLDOMDocumentPtr::IXMLDOMDocumentPtr(const IXMLDOMNodePtr& node) {
+    if (!node) return;
+    DomTree& tree = DomAccess::Tree(*node);
+    if (!SameNode(DomAccess::Node(*node), tree.Root())) return;
+    *this = DomAccess::Make<IXMLDOMDocumentPtr>(tree, tree.Root());
+}
+
+IXMLDOMDocumentPtr IXMLDOMDocumentPtr::CreateInstance() {
+    try {
+        DomTree* tree = DomTree::Create();
+        return DomAccess::Make<IXMLDOMDocumentPtr>(*tree, tree->Root());
+    } catch (const std::bad_alloc&) {
+        _com_issue_error(E_OUTOFMEMORY);
+    }
+}

@@ -1,0 +1,8 @@
+#include <platform/xml/IXMLDOMElementPtr.h>
+
+#include <platform/xml/DomAccess.h>
+
+IXMLDOMElementPtr::IXMLDOMElementPtr(const IXMLDOMNodePtr& node) {
+    if (!node || !IsElement(DomAccess::Node(*node))) return;
+    *this = DomAccess::Make<IXMLDOMElementPtr>(DomAccess::Tree(*node), DomAccess::Node(*node));
+}
