@@ -1,0 +1,116 @@
+// Loads any bytes as a document and reads every kind of value out of it.
+
+#include <zt/persist/PCExBase.h>
+#include <zt/ranges/RangeR1.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace ZT {
+namespace {
+
+constexpr ulong kValues = 16;
+
+/// Reads with every operation that has a name for the child, by the name `name`.
+void ReadAll(PCExBase& cursor, const char* name, bool child) {
+    double doubles[kValues] = {};
+    float floats[kValues] = {};
+    int ints[kValues] = {};
+    unsigned char bytes[kValues] = {};
+    cursor.ReadItem(name, child);
+    cursor.ReadItemElement(name, child);
+    cursor.ReadData(name, doubles, kValues, child);
+    cursor.ReadDataFloat(name, floats, kValues, child);
+    cursor.ReadDataInt(name, ints, kValues, child);
+    cursor.ReadDataByte(name, bytes, kValues, child);
+    cursor.PersistData(name, doubles, kValues, child);
+    cursor.PersistDataFloat(name, floats, kValues, child);
+    cursor.PersistDataInt(name, ints, kValues, child);
+    cursor.PersistDataByte(name, bytes, kValues, child);
+    CString text;
+    cursor.PersistString(name, text, child);
+    PCExBase::GetElementCount(text);
+    int* allocated = nullptr;
+    ulong count = 0;
+    cursor.PersistDataIntAuto(name, allocated, count, child);
+    const std::unique_ptr<int[]> owner(allocated);
+    CArray<double, double> double_array;
+    cursor.PersistArrayDouble(name, double_array, child);
+    CArray<int, int> int_array;
+    cursor.PersistArrayInt(name, int_array, child);
+}
+
+/// Reads the single values.
+void ReadSingle(PCExBase& cursor, const char* name) {
+    const IXMLDOMNodePtr node = cursor.GetCurElem();
+    int i = 0;
+    bool b = false;
+    unsigned char byte = 0;
+    ulong word = 0;
+    double d = 0;
+    float f[4] = {};
+    uint64 wide = 0;
+    ETri tri = eUnknown;
+    cursor.ReadInt(name, i);
+    cursor.ReadBool(name, b);
+    PCExBase::ReadInt(node, name, i);
+    PCExBase::ReadBool(node, name, b);
+    PCExBase::ReadBYTE(node, name, byte);
+    PCExBase::ReadDWORD(node, name, word);
+    cursor.ReadData(node, &d, 1);
+    cursor.PersistInt(name, i);
+    cursor.PersistBool(name, b);
+    cursor.PersistNik(name, tri);
+    cursor.PersistDouble(name, d);
+    cursor.PersistFloat(name, *f);
+    cursor.PersistDWORD(name, wide, b);
+    cursor.PersistColor(f);
+    cursor.PersistColor4(f);
+    RangeR1().PersistXML(cursor);
+    cursor.HasChild(name);
+    cursor.GetChildCount(name);
+    PCExBase::GetChildElementCount(cursor.GetCurElem());
+    PCExBase::GetAttribute(cursor.GetCurElem(), name);
+}
+
+/// Reads the current element, and with it as many levels below it as `depth` says. The
+/// tags are those of the document's own elements.
+void ReadElement(PCExBase& cursor, int depth) {
+    std::vector<CString> names = {"Rg", "Co"};
+    for (IXMLDOMNodePtr node = cursor.GetCurElem()->firstChild(); node && names.size() < 8;
+         node = node->nextSibling())
+        if (node->nodeType() == NODE_ELEMENT) names.push_back(node->nodeName());
+    for (const CString& name : names) {
+        ReadAll(cursor, name, true);
+        ReadAll(cursor, name, false);
+        ReadSingle(cursor, name);
+        cursor.GetChild(name, 1, cursor.GetCurElem());
+        for (std::uint16_t index = 0; index < 3; ++index) {
+            cursor.m_nChildIndex = index;
+            ReadAll(cursor, name, true);
+            cursor.m_nChildIndex = index;
+            const bool opened = static_cast<bool>(cursor.PersistElement(name, true));
+            cursor.m_nChildIndex = 0;
+            if (!opened) continue;
+            if (depth > 0) ReadElement(cursor, depth - 1);
+            cursor.PopElement(false);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace ZT
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const IXMLDOMDocumentPtr doc = IXMLDOMDocumentPtr::CreateInstance();
+    if (!doc->loadXML(std::string_view(reinterpret_cast<const char*>(data), size))) return 0;
+    ZT::PC pc;
+    pc.m_mode = 0;
+    ZT::PCExBase cursor(&pc, doc);
+    cursor.Push(doc->documentElement());
+    ZT::ReadElement(cursor, 1);
+    return 0;
+}
