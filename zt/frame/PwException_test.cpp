@@ -1,0 +1,91 @@
+#include <gtest/gtest.h>
+
+#include <zt/frame/PwException.h>
+#include <string>
+
+namespace ZT {
+namespace {
+
+int destroyed = 0;
+
+struct Watched : PwException {
+    using PwException::PwException;
+    ~Watched() override { ++destroyed; }
+};
+
+TEST(PwException, DefaultMessageIsEmpty) {
+    const PwException e;
+    EXPECT_STREQ(e.m_szMessage, "");
+}
+
+TEST(PwException, NullTextGivesTheEmptyMessage) {
+    const PwException e(nullptr);
+    EXPECT_STREQ(e.m_szMessage, "");
+}
+
+TEST(PwException, CarriesItsText) {
+    const PwException e("Bad int in xml string");
+    EXPECT_STREQ(e.m_szMessage, "Bad int in xml string");
+}
+
+TEST(PwException, CutsTheTextAt49Bytes) {
+    EXPECT_EQ(sizeof(PwException::m_szMessage), 50u);
+    const std::string exact(49, 'x');
+    EXPECT_EQ(PwException(exact.c_str()).m_szMessage, exact);
+    const std::string longer(50, 'x');
+    EXPECT_EQ(PwException(longer.c_str()).m_szMessage, exact);
+    const std::string longest(500, 'x');
+    EXPECT_EQ(PwException(longest.c_str()).m_szMessage, exact);
+}
+
+template <class Caught>
+void ThrowAndCatchAs() {
+    try {
+        throw new PwException("text");
+    } catch (Caught* e) {
+        static_cast<CException*>(e)->Delete();
+        return;
+    }
+    FAIL() << "not caught";
+}
+
+TEST(PwException, IsCaughtAsItselfAndAsTheFrameworksException) {
+    ThrowAndCatchAs<PwException>();
+    ThrowAndCatchAs<CException>();
+}
+
+TEST(PwException, IsCaughtAsAnObject) {
+    try {
+        throw new PwException("text");
+    } catch (CObject* e) {
+        EXPECT_STREQ(dynamic_cast<PwException&>(*e).m_szMessage, "text");
+        static_cast<CException*>(e)->Delete();
+    }
+}
+
+TEST(PwException, IsCaughtAsAPlainPointer) {
+    try {
+        throw new PwException("text");
+    } catch (void* e) {
+        static_cast<PwException*>(e)->Delete();
+    }
+}
+
+TEST(PwException, DeleteOfTheBaseEndsIt) {
+    destroyed = 0;
+    CException* e = new Watched("text");
+    e->Delete();
+    EXPECT_EQ(destroyed, 1);
+}
+
+TEST(PwException, MessageIsNotConnectedToTheBaseOperations) {
+    const PwException e("secret");
+    char text[100] = "untouched";
+    EXPECT_EQ(e.GetErrorMessage(text, sizeof text),
+              e.CException::GetErrorMessage(text, sizeof text));
+    EXPECT_EQ(std::string(text).find("secret"), std::string::npos);
+    EXPECT_STREQ(e.GetRuntimeClass()->m_lpszClassName, "CException");
+}
+
+}  // namespace
+}  // namespace ZT
