@@ -1,0 +1,21 @@
+#include "section/Bounds.h"
+
+namespace section {
+
+ZT::RangeR1 Extent(const Facet& facet, Axis axis) {
+    ZT::RangeR1 extent;
+    for (const Point& corner : facet) {
+        extent.Include(corner[axis]);
+    }
+    return extent;
+}
+
+Bounds::Bounds(const Mesh& mesh) {
+    for (const Facet& facet : mesh.m_facets) {
+        for (const Axis axis : {eAxisX, eAxisY, eAxisZ}) {
+            m_axes[axis].Include(Extent(facet, axis));
+        }
+    }
+}
+
+}  // namespace section

@@ -1,0 +1,208 @@
+#include "section/ModelDocument.h"
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include <platform/com/ComError.h>
+#include <platform/xml/Dom.h>
+#include <zt/persist/PCExBase.h>
+
+#include "section/Failure.h"
+
+namespace section {
+namespace {
+
+constexpr const char* kRoot = "Section";
+constexpr int kVersion = 1;
+
+/// The directions of a run, as the context's mode.
+constexpr int kLoading = 0;
+constexpr int kStoring = 1;
+
+// ---------------------------------------------- parts that the objects have in common
+
+/// Tags from the root to the current element and to `name` in it: "Section/Model/Bounds".
+std::string PathTo(const ZT::PCExBase& pc, const char* name) {
+    std::string path = name;
+    for (IXMLDOMNodePtr node = pc.GetCurElem(); node && node->nodeType() == NODE_ELEMENT;
+         node = node->parentNode()) {
+        path = std::string(node->nameView()) + "/" + path;
+    }
+    return path;
+}
+
+[[noreturn]] void FailAt(const ZT::PCExBase& pc, const char* name) {
+    throw Failure("no whole model: the element " + PathTo(pc, name) + " is missing or damaged");
+}
+
+/// Opens a container in both directions; it is closed with `PopElement(false)`.
+void OpenElement(ZT::PCExBase& pc, const char* name) {
+    if (!pc.PersistElement(name, true)) {
+        FailAt(pc, name);
+    }
+}
+
+/// The limits of a range. Missing limits would leave the range as it was; here they
+/// are a failure, and so are limits that make no interval.
+void PersistRange(ZT::PCExBase& pc, ZT::RangeR1& range) {
+    range.PersistXML(pc);
+    const double length = range.GetLength();
+    if (pc.IsLoading() && !(length >= 0.0 && std::isfinite(length))) {
+        FailAt(pc, "Rg");
+    }
+}
+
+/// A number of facets. The cursor makes 0 of a missing one, which is a number like others.
+void PersistCount(ZT::PCExBase& pc, const char* name, ZT::uint64& count) {
+    pc.PersistDWORD(name, count, false);
+    int ignored = 0;
+    if (pc.IsLoading() && !pc.ReadInt(name, ignored)) {
+        FailAt(pc, name);
+    }
+}
+
+/// The elements of a list one after another, all with the tag `name`. Each of them
+/// finds the cursor on its own element when loading.
+template <class T>
+void PersistList(ZT::PCExBase& pc, const char* name, std::vector<T>& list) {
+    if (pc.IsStoring()) {
+        for (T& element : list) {
+            element.PersistXML(pc);
+        }
+        return;
+    }
+    list.clear();
+    const IXMLDOMNodeListPtr nodes = pc.GetCurElem()->selectNodes(name);
+    for (const IXMLDOMNodePtr& node : *nodes) {
+        pc.Push(node);
+        list.emplace_back().PersistXML(pc);
+        pc.PopElement(false);
+    }
+    if (list.empty()) {
+        FailAt(pc, name);
+    }
+}
+
+/// The version of the document. A number of this program's own, so that a later one
+/// can tell what it has before it.
+void PersistVersion(ZT::PCExBase& pc) {
+    int version = kVersion;
+    pc.PersistInt("Version", version);
+    if (version != kVersion) {
+        throw Failure("a model of version " + std::to_string(version) +
+                      ", and this program knows version " + std::to_string(kVersion));
+    }
+}
+
+// --------------------------------------------------------------------- starting a run
+
+/// Stores `model` under `root`, or loads it, as `mode` says.
+void Run(int mode, const IXMLDOMDocumentPtr& document, const IXMLDOMElementPtr& root,
+         Model& model) {
+    ZT::PC context;
+    context.m_mode = mode;
+    ZT::PCExBase cursor(&context, document);
+    cursor.m_bIndent = true;
+    cursor.Push(root);
+    PersistVersion(cursor);
+    model.PersistXML(cursor);
+    cursor.PopElement(false);
+}
+
+Failure NamingFile(const std::filesystem::path& path, const std::string& text) {
+    return Failure(Printable(path.string()) + ": " + text);
+}
+
+std::string TextOf(const _com_error& error) {
+    const _bstr_t description = error.Description();
+    const char* const text = description;
+    return Printable(text != nullptr ? text : error.ErrorMessage());
+}
+
+std::string TextOf(const IXMLDOMParseError& error) {
+    const std::string reason = Printable(error.reason());
+    if (error.line() == 0) {
+        return reason;
+    }
+    return "line " + std::to_string(error.line()) + ", column " + std::to_string(error.linepos()) +
+           ": " + reason;
+}
+
+IXMLDOMElementPtr LoadRoot(const IXMLDOMDocumentPtr& document, const std::filesystem::path& path) {
+    if (!document->load(path.string())) {
+        throw Failure(TextOf(document->parseError()));
+    }
+    const IXMLDOMElementPtr root = document->documentElement();
+    if (root->nameView() != kRoot) {
+        throw Failure("no stored model: its root is " + Quoted(root->nameView()) + ", not '" +
+                      kRoot + "'");
+    }
+    return root;
+}
+
+}  // namespace
+
+// ------------------------------------------------------------------- the objects' records
+
+void Bounds::PersistXML(ZT::PCExBase& pc) {
+    OpenElement(pc, "Bounds");
+    for (const Axis axis : {eAxisX, eAxisY, eAxisZ}) {
+        constexpr const char* kNames[] = {"X", "Y", "Z"};
+        OpenElement(pc, kNames[axis]);
+        PersistRange(pc, m_axes[axis]);
+        pc.PopElement(false);
+    }
+    pc.PopElement(false);
+}
+
+void Layer::PersistXML(ZT::PCExBase& pc) {
+    pc.PersistElement("Layer", false);
+    PersistRange(pc, m_range);
+    PersistCount(pc, "Facets", m_nFacets);
+    pc.PopIfStoring();
+}
+
+void Layers::PersistXML(ZT::PCExBase& pc) {
+    OpenElement(pc, "Layers");
+    PersistRange(pc, m_height);
+    PersistList(pc, "Layer", m_layers);
+    pc.PopElement(false);
+}
+
+void Model::PersistXML(ZT::PCExBase& pc) {
+    OpenElement(pc, "Model");
+    pc.PersistString("File", m_source, true);
+    PersistCount(pc, "Facets", m_nFacets);
+    m_bounds.PersistXML(pc);
+    m_layers.PersistXML(pc);
+    pc.PopElement(false);
+}
+
+// -------------------------------------------------------------------- storing and loading
+
+void StoreModel(Model model, const std::filesystem::path& path) {
+    try {
+        const IXMLDOMDocumentPtr document = IXMLDOMDocumentPtr::CreateInstance();
+        Run(kStoring, document, document->appendChild(document->createElement(kRoot)), model);
+        document->save(path.string());
+    } catch (const _com_error& error) {
+        throw NamingFile(path, TextOf(error));
+    }
+}
+
+Model LoadModel(const std::filesystem::path& path) {
+    try {
+        const IXMLDOMDocumentPtr document = IXMLDOMDocumentPtr::CreateInstance();
+        const IXMLDOMElementPtr root = LoadRoot(document, path);
+        Model model;
+        Run(kLoading, document, root, model);
+        return model;
+    } catch (const Failure& failure) {
+        throw NamingFile(path, failure.what());
+    } catch (const _com_error& error) {
+        throw NamingFile(path, TextOf(error));
+    }
+}
+
+}  // namespace section

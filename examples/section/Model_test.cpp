@@ -1,0 +1,76 @@
+#include "section/Model.h"
+
+#include <gtest/gtest.h>
+
+#include "section/TestFiles.h"
+
+namespace section {
+namespace {
+
+Model Tetrahedron(const std::string& source = "a.stl", int layers = 4) {
+    return Model(source, Mesh{test::Tetrahedron()}, Cut{.m_count = layers});
+}
+
+/// The tetrahedron, made larger by `factor`.
+Model Scaled(float factor) {
+    Mesh mesh{test::Tetrahedron()};
+    for (Facet& facet : mesh.m_facets) {
+        for (Point& corner : facet) {
+            corner[eAxisX] *= factor;
+        }
+    }
+    return Model("a.stl", mesh, Cut{.m_count = 4});
+}
+
+TEST(Model, MeasuresAndCutsAMesh) {
+    const Model model = Tetrahedron();
+    EXPECT_EQ(model.m_source, CString("a.stl"));
+    EXPECT_EQ(model.m_nFacets, 4u);
+    EXPECT_EQ(model.m_bounds.m_axes[eAxisY], ZT::RangeR1(0, 2));
+    EXPECT_EQ(model.m_layers.Height(), ZT::RangeR1(0, 4));
+    ASSERT_EQ(model.m_layers.All().size(), 4u);
+    EXPECT_EQ(model.m_layers.All()[0].m_nFacets, 4u);
+    EXPECT_EQ(model.m_layers.All()[3].m_nFacets, 3u);
+}
+
+TEST(Model, KeepsAPrintableNameOfItsSource) {
+    EXPECT_EQ(Tetrahedron("bad\n\x01name").m_source, CString("bad��name"));
+}
+
+TEST(FirstDifference, IsNoneBetweenAModelAndItself) {
+    EXPECT_EQ(FirstDifference(Tetrahedron(), Tetrahedron()), "");
+}
+
+TEST(FirstDifference, NamesWhatDiffers) {
+    EXPECT_EQ(FirstDifference(Tetrahedron(), Tetrahedron("b.stl")), "name of the mesh");
+    EXPECT_EQ(FirstDifference(Tetrahedron(), Tetrahedron("a.stl", 5)), "number of layers");
+    EXPECT_EQ(FirstDifference(Tetrahedron(), Scaled(2)), "bounds along x");
+
+    Mesh mesh{test::Tetrahedron()};
+    mesh.m_facets.push_back(mesh.m_facets.back());
+    EXPECT_EQ(FirstDifference(Tetrahedron(), Model("a.stl", mesh, Cut{.m_count = 4})),
+              "number of facets");
+
+    // A facet on the ground changes its place on the way up.
+    mesh.m_facets[4] = mesh.m_facets[0];
+    Mesh other = mesh;
+    other.m_facets[4] = mesh.m_facets[1];
+    EXPECT_EQ(FirstDifference(Model("a.stl", mesh, Cut{.m_count = 4}),
+                              Model("a.stl", other, Cut{.m_count = 4})),
+              "layer 2");
+}
+
+TEST(FirstDifference, LeavesOutWhatSixDigitsDoNotTell) {
+    EXPECT_EQ(FirstDifference(Scaled(1.00001f), Scaled(1.000013f)), "");
+    EXPECT_EQ(FirstDifference(Scaled(1.00001f), Scaled(1.00002f)), "bounds along x");
+}
+
+TEST(FirstDifference, HoldsEachLimitAgainstItsOwnSize) {
+    Model a = Tetrahedron(), b = Tetrahedron();
+    a.m_bounds.m_axes[eAxisX].Set(1e-6, 1e6);
+    b.m_bounds.m_axes[eAxisX].Set(2e-6, 1e6);
+    EXPECT_EQ(FirstDifference(a, b), "bounds along x");
+}
+
+}  // namespace
+}  // namespace section

@@ -1,0 +1,133 @@
+#include "section/Program.h"
+
+#include <new>
+#include <system_error>
+
+#include <platform/object/CException.h>
+
+#include "section/CommandLine.h"
+#include "section/Failure.h"
+#include "section/Model.h"
+#include "section/ModelDocument.h"
+#include "section/Report.h"
+#include "section/StlReader.h"
+
+namespace section {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A mesh with many limbs side by side on one layer.
+constexpr const char* kUsualMesh = "/usr/share/assimp/models/STL/Spider_binary.stl";
+
+std::uintmax_t SizeOf(const fs::path& path) {
+    std::error_code missing;
+    const std::uintmax_t size = fs::file_size(path, missing);
+    return missing ? 0 : size;
+}
+
+void MakeFolder(const fs::path& folder) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    if (error || !fs::is_directory(folder, error)) {
+        throw Failure(Printable(folder.string()) + ": can't be made a folder" +
+                      (error ? ": " + error.message() : ""));
+    }
+}
+
+Model MeasureMesh(const fs::path& path, const Cut& cut, ProgressLine& progress) {
+    const std::string name = Printable(path.filename().string());
+    progress.Stage("reading " + name);
+    const Mesh mesh = ReadStlFile(
+        path, [&](std::uint64_t done, std::uint64_t total) { progress.Advance(done, total); });
+    progress.Stage("cutting " + name + ", " + std::to_string(mesh.m_facets.size()) + " facets");
+    return Model(path.string(), mesh, cut);
+}
+
+/// Stores `model` and holds what can be loaded from the file against it.
+void StoreAndCompare(const Model& model, const fs::path& path, ProgressLine& progress) {
+    progress.Stage("storing " + Printable(path.string()));
+    StoreModel(model, path);
+    progress.Stage("loading " + Printable(path.string()));
+    const std::string difference = FirstDifference(model, LoadModel(path));
+    if (!difference.empty()) {
+        throw Failure(Printable(path.string()) + ": loaded again, it differs in the " + difference);
+    }
+}
+
+void CutMesh(const Options& options, ProgressLine& progress, std::ostream& out) {
+    const fs::path file = options.m_file.empty() ? UsualMesh(kUsualMesh) : options.m_file;
+    const Model model = MeasureMesh(file, options.m_cut, progress);
+    const fs::path document = options.m_folder / "model.xml";
+    MakeFolder(options.m_folder);
+    StoreAndCompare(model, document, progress);
+    progress.Clear();
+    PrintModel(out, model);
+    out << "\nWritten   " << Printable(document.string())
+        << "\n          loaded again: the same within six digits\n";
+}
+
+void Run(const Options& options, ProgressLine& progress, std::ostream& out) {
+    if (options.m_bHelp) {
+        out << HelpText();
+    } else if (options.m_bRead) {
+        PrintModel(out, LoadModel(options.m_file));
+    } else {
+        CutMesh(options, progress, out);
+    }
+    if (!out.flush()) {
+        throw Failure("the standard output can't be written");
+    }
+}
+
+void RunArguments(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
+                  bool errIsTerminal) {
+    const Options options = ParseCommandLine(arguments);
+    ProgressLine progress(err, ProgressKind(SizeOf(options.m_file), errIsTerminal));
+    Run(options, progress, out);
+}
+
+/// The text of a framework exception, which ends here.
+std::string TextAndEnd(CException* exception) {
+    char text[256] = {};
+    const bool known = exception->GetErrorMessage(text, sizeof text);
+    exception->Delete();
+    return known ? Printable(text) : std::string("unknown failure");
+}
+
+}  // namespace
+
+fs::path UsualMesh(const fs::path& path) {
+    if (!fs::exists(path)) {
+        throw Failure("no FILE is given, and " + path.string() +
+                      " isn't there; install the package assimp-testmodels or name an STL file");
+    }
+    return path;
+}
+
+ProgressLine::EKind ProgressKind(std::uintmax_t size, bool terminal) {
+    constexpr std::uintmax_t kLarge = std::uintmax_t{64} << 20;
+    if (terminal) {
+        return ProgressLine::eTerminal;
+    }
+    return size >= kLarge ? ProgressLine::ePlain : ProgressLine::eSilent;
+}
+
+int RunProgram(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
+               bool errIsTerminal) {
+    std::string failure;
+    try {
+        RunArguments(arguments, out, err, errIsTerminal);
+        return 0;
+    } catch (const std::bad_alloc&) {
+        failure = "not enough memory";
+    } catch (const std::exception& exception) {
+        failure = exception.what();
+    } catch (CException* exception) {
+        failure = TextAndEnd(exception);
+    }
+    err << "section: " << failure << std::endl;
+    return 1;
+}
+
+}  // namespace section

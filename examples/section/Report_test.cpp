@@ -1,0 +1,87 @@
+#include "section/Report.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "section/TestFiles.h"
+
+namespace section {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+std::string Printed(const Mesh& mesh, const Cut& cut) {
+    std::ostringstream out;
+    PrintModel(out, Model("a.stl", mesh, cut));
+    return out.str();
+}
+
+/// A facet that stands on the ground with the given height.
+Mesh Standing(float height) {
+    return {{{Point{0, 0, 0}, Point{0, 0, height}, Point{height, 0, 0}}}};
+}
+
+TEST(Report, StandsInColumns) {
+    EXPECT_EQ(
+        Printed(Mesh{test::Tetrahedron()}, Cut{.m_count = 2}),
+        "Mesh      a.stl\n"
+        "          4 facets; lengths in STL units\n"
+        "          2 layers along z, 2 thick\n"
+        "\n"
+        "Bounds              from            to        length\n"
+        "         x       0.00000       1.00000       1.00000\n"
+        "         y       0.00000       2.00000       2.00000\n"
+        "         z       0.00000       4.00000       4.00000\n"
+        "\n"
+        "Layers              from            to    facets met\n"
+        "         1       0.00000       2.00000             4  ##############################\n"
+        "         2       2.00000       4.00000             3  #######################\n");
+}
+
+TEST(Report, TellsOneFacetAndOneLayer) {
+    const std::string printed = Printed(Standing(1), Cut{.m_count = 1});
+    EXPECT_THAT(printed, HasSubstr(" 1 facet;"));
+    EXPECT_THAT(printed, HasSubstr(" 1 layer along z"));
+}
+
+TEST(Report, HasSixDigitsForTheLongestLength) {
+    EXPECT_THAT(Printed(Standing(123.456f), {}), HasSubstr(" 123.456 "));
+    EXPECT_THAT(Printed(Standing(0.0123456f), {}), HasSubstr(" 0.0123456 "));
+    EXPECT_THAT(Printed(Standing(123456), {}), HasSubstr(" 123456 "));
+}
+
+TEST(Report, TellsHugeAndTinyLengthsWithExponents) {
+    EXPECT_THAT(Printed(Standing(2.5e30f), {}), HasSubstr(" 2.5e+30 "));
+    EXPECT_THAT(Printed(Standing(2.5e-6f), {}), HasSubstr(" 2.5e-06 "));
+}
+
+TEST(Report, TellsAMeshOfNoExtent) {
+    EXPECT_THAT(Printed(Standing(0), {}), HasSubstr("z       0.00000       0.00000       0.00000"));
+}
+
+TEST(Report, ShowsAllOfAFewLayers) {
+    const std::string printed = Printed(Standing(1), Cut{.m_count = 24});
+    EXPECT_THAT(printed, HasSubstr("\n        12 "));
+    EXPECT_THAT(printed, Not(HasSubstr("more")));
+}
+
+TEST(Report, LeavesOutTheMiddleOfManyLayers) {
+    const std::string printed = Printed(Standing(1), Cut{.m_count = 100});
+    EXPECT_THAT(printed, HasSubstr("\n        10 "));
+    EXPECT_THAT(printed, Not(HasSubstr("\n        11 ")));
+    EXPECT_THAT(printed, HasSubstr("\n       ...  80 more\n        91 "));
+    EXPECT_THAT(printed, HasSubstr("\n       100 "));
+}
+
+TEST(Report, HasNoBarForALayerWithoutFacets) {
+    Mesh mesh = Standing(1);
+    mesh.m_facets[0] = {Point{0, 0, 0}, Point{0, 0, 0.1f}, Point{0, 0, 0}};
+    mesh.m_facets.push_back({Point{0, 0, 1}, Point{0, 0, 1}, Point{0, 0, 1}});
+    EXPECT_THAT(Printed(mesh, Cut{.m_count = 3}), HasSubstr(" 0\n"));
+}
+
+}  // namespace
+}  // namespace section

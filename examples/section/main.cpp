@@ -1,0 +1,10 @@
+#include <unistd.h>
+
+#include <iostream>
+
+#include "section/Program.h"
+
+int main(int argc, char** argv) {
+    return section::RunProgram({argv + 1, argv + argc}, std::cout, std::cerr,
+                               isatty(STDERR_FILENO) != 0);
+}
