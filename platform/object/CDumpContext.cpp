@@ -58,8 +58,18 @@ void CDumpContext::HexDump(LPCTSTR line, const BYTE* bytes, INT count, INT width
     }
 }
 
+void CDumpContext::Write(std::string_view text) {
+    if (m_pFile)
+        m_pFile->Write(text.data(), static_cast<UINT>(text.size()));
+    else
+        std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
 void CDumpContext::Flush() {
-    std::fflush(stderr);
+    if (m_pFile)
+        m_pFile->Flush();
+    else
+        std::fflush(stderr);
 }
 
 CDumpContext& CDumpContext::WriteCharacter(char c) {

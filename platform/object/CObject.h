@@ -69,7 +69,9 @@ ZTP_API const CObject* AfxDynamicDownCast(CRuntimeClass* target, const CObject* 
 public:                                           \
     static CRuntimeClass* _GetBaseClass();        \
     static const CRuntimeClass class##class_name; \
-    static CRuntimeClass* GetThisClass();         \
+    static CRuntimeClass* GetThisClass() {        \
+        return RUNTIME_CLASS(class_name);         \
+    }                                             \
     CRuntimeClass* GetRuntimeClass() const override;
 
 /// As `DECLARE_DYNAMIC`; besides, a default object can be made by name.
@@ -89,16 +91,9 @@ public:                                           \
         return RUNTIME_CLASS(base_class_name);                                  \
     }                                                                           \
     constinit const CRuntimeClass class_name::class##class_name = {             \
-        #class_name,                                                            \
-        static_cast<INT>(sizeof(class class_name)),                             \
-        schema,                                                                 \
-        create,                                                                 \
-        &class_name::_GetBaseClass,                                             \
-        nullptr,                                                                \
+        #class_name, static_cast<INT>(sizeof(class_name)), schema,              \
+        create,      &class_name::_GetBaseClass,           nullptr,             \
         nullptr};                                                               \
-    CRuntimeClass* class_name::GetThisClass() {                                 \
-        return RUNTIME_CLASS(class_name);                                       \
-    }                                                                           \
     CRuntimeClass* class_name::GetRuntimeClass() const {                        \
         return RUNTIME_CLASS(class_name);                                       \
     }                                                                           \
