@@ -1,0 +1,62 @@
+/// @file
+/// Hash values of the keys of maps.
+
+#pragma once
+
+#include <platform/base/Types.h>
+
+#include <cstring>
+#include <functional>
+#include <string_view>
+#include <type_traits>
+
+namespace Collections {
+
+/// Both halves of a 64-bit value in one; a value that fits into 32 bits stays.
+constexpr UINT FoldBits(std::uint64_t bits) {
+    return static_cast<UINT>(bits) ^ static_cast<UINT>(bits >> 32);
+}
+
+/// Hash of the bytes of a text, the same in every run.
+inline UINT HashText(std::string_view text) {
+    constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
+    const auto mixed = [](std::uint64_t bits) {
+        bits *= kFactor;
+        return bits ^ (bits >> 29);
+    };
+    const char* byte = text.data();
+    std::size_t left = text.size();
+    std::uint64_t hash = left * kFactor;
+    std::uint64_t word = 0;
+    for (; left >= sizeof word; left -= sizeof word, byte += sizeof word) {
+        std::memcpy(&word, byte, sizeof word);
+        hash = mixed(hash ^ word);
+    }
+    word = 0;
+    for (; left > 0; --left) word = word << 8 | static_cast<unsigned char>(byte[left - 1]);
+    return FoldBits(mixed(mixed(hash ^ word)));
+}
+
+}  // namespace Collections
+
+/// Hash value of a key of a `CMap`, which looks for the key in the bucket with this number
+/// modulo the size of its table.
+///
+/// By default a text, which is whatever turns into a `const char*`, has a hash of its bytes
+/// up to the zero; an integer or another pointer is its own hash; any other key has that of
+/// `std::hash`. A program specialises this for its own keys, so that keys which are equal
+/// by `CompareElements` have equal hashes, and before the first map of that key is used.
+template <class ARG_KEY>
+UINT HashKey(ARG_KEY key) {
+    using Key = std::remove_cvref_t<ARG_KEY>;
+    if constexpr (std::is_convertible_v<ARG_KEY, const char*>) {
+        const char* text = key;
+        return Collections::HashText(text == nullptr ? std::string_view() : text);
+    } else if constexpr (std::is_pointer_v<Key>) {
+        return Collections::FoldBits(reinterpret_cast<std::uintptr_t>(key));
+    } else if constexpr (std::is_integral_v<Key> || std::is_enum_v<Key>) {
+        return Collections::FoldBits(static_cast<std::uint64_t>(key));
+    } else {
+        return Collections::FoldBits(std::hash<Key>()(key));
+    }
+}
