@@ -102,9 +102,9 @@ public:
     friend bool operator==(const ComPtr& a, const ComPtr& b) noexcept {
         return a.m_pointer == b.m_pointer;
     }
-    friend bool operator==(const ComPtr& a, const Interface* b) noexcept {
-        return a.m_pointer == b;
-    }
+    template <class T>
+    requires std::is_convertible_v<T*, const Interface*>
+    friend bool operator==(const ComPtr& a, T* b) noexcept { return a.m_pointer == b; }
     friend bool operator==(const ComPtr& a, std::nullptr_t) noexcept {
         return a.m_pointer == nullptr;
     }

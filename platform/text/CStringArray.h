@@ -14,7 +14,7 @@
 /// construction or assignment; `Copy` takes over another's elements.
 class ZTP_API CStringArray : public CObject,
                              public Collections::ElementArray<CString, const CString&> {
-    DECLARE_DYNAMIC(CStringArray)
+    DECLARE_SERIAL(CStringArray)
 
 public:
     /// An empty array without memory.
@@ -24,4 +24,7 @@ public:
     /// Raises the invalid-argument exception when size, capacity and memory do not agree
     /// with one another.
     void AssertValid() const override;
+
+    /// Stores the number of texts and the texts, or loads them, replacing those of the array.
+    void Serialize(CArchive& ar) override;
 };

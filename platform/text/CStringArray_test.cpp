@@ -3,10 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
+#include <tests/Raises.h>
 
 #include <initializer_list>
 #include <string>
 #include <vector>
+
+#include <platform/files/CArchive.h>
+#include <platform/files/CMemFile.h>
 
 namespace {
 
@@ -15,13 +19,7 @@ using testing::IsEmpty;
 
 template <class Work>
 testing::AssertionResult RaisesInvalidArg(Work work) {
-    try {
-        work();
-    } catch (CInvalidArgException* e) {
-        e->Delete();
-        return testing::AssertionSuccess();
-    }
-    return testing::AssertionFailure() << "nothing raised";
+    return testing_support::Raises<CInvalidArgException>(work);
 }
 
 std::vector<std::string> Texts(const CStringArray& array) {
@@ -160,6 +158,39 @@ TEST_F(FourTexts, AnElementOfTheArrayItselfCanBeAdded) {
 TEST_F(FourTexts, RangeForWrites) {
     for (CString& text : array) text = text.Left(1);
     EXPECT_THAT(Texts(array), ElementsAre("a", "b", "c", "a"));
+}
+
+void Store(CFile& file, CStringArray& array) {
+    CArchive archive(&file, CArchive::store);
+    array.Serialize(archive);
+    archive.Close();
+    file.SeekToBegin();
+}
+
+void Load(CFile& file, CStringArray& array) {
+    CArchive archive(&file, CArchive::load);
+    array.Serialize(archive);
+}
+
+TEST_F(FourTexts, TravelsThroughAnArchive) {
+    array.Add(CString("with\0zero", 9));
+    array.Add("");
+    CMemFile file;
+    Store(file, array);
+    CStringArray loaded;
+    loaded.Add("replaced");
+    Load(file, loaded);
+    EXPECT_EQ(Texts(loaded), Texts(array));
+}
+
+TEST(CStringArray, RecordThatPromisesTooMuchEndsAtTheEndOfTheFile) {
+    CMemFile file;
+    CArchive archive(&file, CArchive::store);
+    archive.WriteCount(0x7FFFFFFFFFFFFFFF);
+    archive.Close();
+    file.SeekToBegin();
+    CStringArray loaded;
+    EXPECT_TRUE(testing_support::Raises<CArchiveException>([&] { Load(file, loaded); }));
 }
 
 TEST(CStringArray, GrowsGeometricallyWithoutAStep) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
+#include <tests/Raises.h>
 
 #include <climits>
 #include <cstdlib>
@@ -27,21 +28,10 @@ namespace {
 using namespace std::string_literals;
 using namespace std::string_view_literals;
 using testing::ElementsAre;
+using testing_support::Raises;
 
 constexpr const char* kNull = nullptr;
 constexpr const wchar_t* kNullWide = nullptr;
-
-// Runs `work` and ends the exception of type `E*` that it must raise.
-template <class E, class Work>
-testing::AssertionResult Raises(Work work) {
-    try {
-        work();
-    } catch (E* e) {
-        e->Delete();
-        return testing::AssertionSuccess();
-    }
-    return testing::AssertionFailure() << "nothing raised";
-}
 
 template <class Work>
 testing::AssertionResult RaisesInvalidArg(Work work) {
