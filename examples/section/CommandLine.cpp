@@ -127,6 +127,9 @@ void CheckTogether(const Options& options, bool layersGiven) {
     if (layersGiven && options.m_cut.m_step != 0.0) {
         throw Misuse("either --layers or --step");
     }
+    if (options.m_bRead && (layersGiven || options.m_cut.m_step != 0.0)) {
+        throw Misuse("--read goes without --layers and --step");
+    }
     if (options.m_bRead && options.m_file.empty()) {
         throw Misuse("--read takes the FILE of a stored model");
     }

@@ -1,9 +1,12 @@
 #include "section/ModelDocument.h"
 
 #include <cmath>
+#include <cstdint>
 #include <string>
+#include <system_error>
 #include <vector>
 
+#include <platform/base/ResultCodes.h>
 #include <platform/com/ComError.h>
 #include <platform/xml/Dom.h>
 #include <zt/persist/PCExBase.h>
@@ -27,7 +30,7 @@ std::string PathTo(const ZT::PCExBase& pc, const char* name) {
     std::string path = name;
     for (IXMLDOMNodePtr node = pc.GetCurElem(); node && node->nodeType() == NODE_ELEMENT;
          node = node->parentNode()) {
-        path = std::string(node->nameView()) + "/" + path;
+        path.insert(0, "/").insert(0, node->nameView());
     }
     return path;
 }
@@ -114,14 +117,25 @@ Failure NamingFile(const std::filesystem::path& path, const std::string& text) {
     return Failure(Printable(path.string()) + ": " + text);
 }
 
+/// The system's error number in the result of a failed `save`, 0 in another result.
+int SystemError(HRESULT result) {
+    constexpr std::uint32_t kOfTheSystem = 0x80070000;
+    const auto bits = static_cast<std::uint32_t>(result);
+    const bool general = result == E_OUTOFMEMORY || result == E_INVALIDARG;
+    return (bits & 0xFFFF0000) == kOfTheSystem && !general ? static_cast<int>(bits & 0xFFFF) : 0;
+}
+
 std::string TextOf(const _com_error& error) {
     const _bstr_t description = error.Description();
-    const char* const text = description;
-    return Printable(text != nullptr ? text : error.ErrorMessage());
+    if (description.length() > 0) {
+        return Printable(static_cast<const char*>(description));
+    }
+    const int number = SystemError(error.Error());
+    return number != 0 ? std::generic_category().message(number) : error.ErrorMessage();
 }
 
 std::string TextOf(const IXMLDOMParseError& error) {
-    const std::string reason = Printable(error.reason());
+    std::string reason = Printable(error.reason());
     if (error.line() == 0) {
         return reason;
     }
@@ -133,7 +147,7 @@ IXMLDOMElementPtr LoadRoot(const IXMLDOMDocumentPtr& document, const std::filesy
     if (!document->load(path.string())) {
         throw Failure(TextOf(document->parseError()));
     }
-    const IXMLDOMElementPtr root = document->documentElement();
+    IXMLDOMElementPtr root = document->documentElement();
     if (root->nameView() != kRoot) {
         throw Failure("no stored model: its root is " + Quoted(root->nameView()) + ", not '" +
                       kRoot + "'");

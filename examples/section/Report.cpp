@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "section/Failure.h"
 #include "section/Number.h"
 
 namespace section {
@@ -61,7 +62,7 @@ std::string Heading(std::string_view last) {
 }
 
 std::string MeshRows(const Model& model) {
-    return Title("Mesh") + std::string(model.m_source) + '\n' + Title("") +
+    return Title("Mesh") + Printable(model.m_source) + '\n' + Title("") +
            std::to_string(model.m_nFacets) + (model.m_nFacets == 1 ? " facet" : " facets") +
            "; lengths in STL units\n";
 }

@@ -41,6 +41,14 @@ TEST(Report, StandsInColumns) {
         "         2       2.00000       4.00000             3  #######################\n");
 }
 
+TEST(Report, KeepsAForeignNameOnItsLine) {
+    Model model("a.stl", Standing(1), {});
+    model.m_source = "two\nlines\xC2\x9B";
+    std::ostringstream out;
+    PrintModel(out, model);
+    EXPECT_THAT(out.str(), testing::StartsWith("Mesh      two�lines�\n"));
+}
+
 TEST(Report, TellsOneFacetAndOneLayer) {
     const std::string printed = Printed(Standing(1), Cut{.m_count = 1});
     EXPECT_THAT(printed, HasSubstr(" 1 facet;"));
