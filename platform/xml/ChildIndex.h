@@ -93,8 +93,6 @@ public:
     /// Forgets `parent`.
     void Drop(pugi::xml_node parent);
     void Clear();
-    /// The number of indexes.
-    std::size_t Size() const { return m_indexes.size(); }
 
 private:
     std::unordered_map<pugi::xml_node_struct*, ChildIndex> m_indexes;

@@ -93,9 +93,6 @@ public:
     void PreserveWhiteSpace(bool preserve) { m_preserveWhiteSpace = preserve; }
     /// @}
 
-    /// The number of large nodes whose children are indexed at present.
-    std::size_t IndexedNodes() const { return m_indexes.Size(); }
-
 private:
     DomTree();
     ~DomTree() = default;

@@ -1,0 +1,122 @@
+#include <platform/xml/Dom.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <type_traits>
+#include <utility>
+
+#include <platform/xml/DomTestSupport_test.h>
+
+namespace {
+
+static_assert(sizeof(IXMLDOMNodePtr) == 2 * sizeof(void*));
+static_assert(sizeof(IXMLDOMElementPtr) == 2 * sizeof(void*));
+static_assert(sizeof(IXMLDOMDocumentPtr) == 2 * sizeof(void*));
+static_assert(std::is_convertible_v<IXMLDOMElementPtr, IXMLDOMNodePtr>);
+static_assert(std::is_convertible_v<IXMLDOMNodePtr, IXMLDOMElementPtr>);
+static_assert(std::is_convertible_v<IXMLDOMDocumentPtr, IXMLDOMNodePtr>);
+
+TEST(IXMLDOMNodePtr, IsNullByDefaultAndFromNullptr) {
+    EXPECT_FALSE(IXMLDOMNodePtr());
+    EXPECT_FALSE(IXMLDOMElementPtr(nullptr));
+    EXPECT_TRUE(!IXMLDOMDocumentPtr());
+    EXPECT_TRUE(IXMLDOMNodePtr() == nullptr);
+    EXPECT_TRUE(IXMLDOMNodeListPtr() == nullptr);
+}
+
+TEST(IXMLDOMNodePtr, ACallThroughANullHandleRaisesThePointerFailure) {
+    EXPECT_EQ(FailureOf([] { IXMLDOMNodePtr()->text(); }), E_POINTER);
+    EXPECT_EQ(FailureOf([] { IXMLDOMElementPtr()->tagName(); }), E_POINTER);
+    EXPECT_EQ(FailureOf([] { IXMLDOMDocumentPtr()->createElement("a"); }), E_POINTER);
+    EXPECT_EQ(FailureOf([] { IXMLDOMNodeListPtr()->length(); }), E_POINTER);
+    EXPECT_EQ(FailureOf([] {
+                  for (const IXMLDOMNodePtr& node : IXMLDOMNodeListPtr()) ADD_FAILURE() << !node;
+              }),
+              E_POINTER);
+    EXPECT_EQ(static_cast<std::uint32_t>(FailureOf([] { IXMLDOMNodePtr()->text(); })), 0x80004003u);
+}
+
+TEST(IXMLDOMNodePtr, HandlesOfOneNodeAreEqual) {
+    const IXMLDOMDocumentPtr document = DocumentOf("<a><b/><b/></a>");
+    const IXMLDOMElementPtr root = document->documentElement();
+    EXPECT_TRUE(root == document->documentElement());
+    EXPECT_TRUE(root == IXMLDOMNodePtr(root));
+    EXPECT_TRUE(root->firstChild() != root->lastChild());
+    EXPECT_TRUE(root != nullptr);
+    EXPECT_TRUE(IXMLDOMNodePtr() == IXMLDOMElementPtr());
+}
+
+TEST(IXMLDOMNodePtr, ANodeThatIsNoElementGivesANullElement) {
+    const IXMLDOMDocumentPtr document = DocumentOf("<a>text</a>");
+    const IXMLDOMNodePtr text = document->documentElement()->firstChild();
+    EXPECT_TRUE(text);
+    EXPECT_FALSE(IXMLDOMElementPtr(text));
+    EXPECT_FALSE(IXMLDOMElementPtr(IXMLDOMNodePtr()));
+    EXPECT_FALSE(IXMLDOMElementPtr(IXMLDOMNodePtr(document)));
+    EXPECT_TRUE(IXMLDOMElementPtr(text->parentNode()) == document->documentElement());
+}
+
+TEST(IXMLDOMNodePtr, OnlyTheDocumentNodeGivesADocument) {
+    const IXMLDOMDocumentPtr document = DocumentOf("<a/>");
+    EXPECT_TRUE(IXMLDOMDocumentPtr(IXMLDOMNodePtr(document)) == document);
+    EXPECT_FALSE(IXMLDOMDocumentPtr(IXMLDOMNodePtr(document->documentElement())));
+    EXPECT_FALSE(IXMLDOMDocumentPtr(IXMLDOMNodePtr()));
+}
+
+TEST(IXMLDOMNodePtr, CopiesAndMovesKeepTheNode) {
+    const IXMLDOMDocumentPtr document = DocumentOf("<a><b/></a>");
+    IXMLDOMNodePtr first = document->documentElement();
+    IXMLDOMNodePtr second = first;
+    IXMLDOMNodePtr third = std::move(first);
+    EXPECT_FALSE(first);  // NOLINT(bugprone-use-after-move): a moved handle is null.
+    EXPECT_TRUE(second == third);
+    first = third;
+    third = std::move(second);
+    EXPECT_TRUE(first == third);
+    first = *&first;
+    EXPECT_EQ(first->nodeName(), "a");
+    first = nullptr;
+    EXPECT_FALSE(first);
+    third.Release();
+    EXPECT_FALSE(third);
+}
+
+TEST(IXMLDOMNodePtr, AnyHandleKeepsTheDocumentAlive) {
+    IXMLDOMDocumentPtr document = DocumentOf("<a><b>text</b></a>");
+    IXMLDOMNodePtr inner = document->documentElement()->firstChild();
+    document = nullptr;
+    EXPECT_EQ(inner->text(), "text");
+    EXPECT_EQ(inner->parentNode()->nodeName(), "a");
+    document = inner->ownerDocument();
+    inner = nullptr;
+    EXPECT_EQ(document->xml(), "<a><b>text</b></a>");
+}
+
+TEST(IXMLDOMNodePtr, AListKeepsTheDocumentAlive) {
+    IXMLDOMNodeListPtr list = DocumentOf("<a><b/><c/></a>")->documentElement()->childNodes();
+    EXPECT_EQ(list->item(1)->nodeName(), "c");
+}
+
+TEST(IXMLDOMNodePtr, AnIteratorOverATemporaryListIsSafe) {
+    std::string names;
+    for (const IXMLDOMNodePtr& node :
+         DocumentOf("<a><b/><c/></a>")->documentElement()->childNodes()) {
+        names += node->nameView();
+    }
+    EXPECT_EQ(names, "bc");
+}
+
+TEST(IXMLDOMNodePtr, DetachedNodesLiveAsLongAsAHandle) {
+    const IXMLDOMDocumentPtr document = DocumentOf("<a><b><c>deep</c></b></a>");
+    const IXMLDOMElementPtr root = document->documentElement();
+    IXMLDOMNodePtr inner = root->firstChild()->firstChild();
+    root->removeChild(root->firstChild());
+    EXPECT_EQ(inner->text(), "deep");
+    EXPECT_EQ(inner->parentNode()->nodeName(), "b");
+    EXPECT_FALSE(inner->parentNode()->parentNode());
+    root->appendChild(inner->parentNode());
+    EXPECT_EQ(document->xml(), "<a><b><c>deep</c></b></a>");
+}
+
+}  // namespace
