@@ -2,18 +2,19 @@
 #include <zt/persist/NumberText.h>
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
+#include <cmath>
+#include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <optional>
 
 namespace ZT::NumberText {
 namespace {
-
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 /// Sets the "C" locale for the calling thread as long as it lives.
 class CLocaleScope {
@@ -32,7 +33,7 @@ private:
     locale_t m_previous;
 };
 
-/// The number is scanned by the C library itself: infinities, NaNs, hexadecimal
+/// Scanned by the C library itself: infinities, NaNs, hexadecimal
 /// digits, unfinished exponents, numbers out of range. `text` begins with no white
 /// space. Only the text up to the next white space, and that one character, is
 /// copied, so that a long row of such numbers takes linear time.
@@ -58,8 +59,8 @@ bool ScanUnusual(std::string_view text, const char* format, Real& value) {
     return true;
 }
 
-/// A plain decimal number, which is nearly every number. False for whatever else,
-/// also where that is a number.
+/// A plain decimal number of any length. False for whatever else, also where that is a
+/// number.
 template <class Real>
 bool ScanPlain(std::string_view text, Real& value) {
     const std::size_t sign = !text.empty() && text.front() == '-';
@@ -73,10 +74,72 @@ bool ScanPlain(std::string_view text, Real& value) {
     return true;
 }
 
+/// The six digits of a number, and its decimal exponent.
+struct Decimal {
+    std::uint32_t digits;
+    int exponent;
+};
+
+/// Rounds `magnitude` to six digits by a single multiplication with, or division by, an
+/// exact power of ten. Only one rounding stands between the number and its six digits with
+/// their fraction, so they are right unless the fraction is all but one half: then, and for
+/// numbers out of the reach of the powers, there is no answer.
+std::optional<Decimal> RoundToSixDigits(double magnitude) {
+    constexpr double kAllButHalf = 0x1p-28;  // of which 2^-33 is needed
+    if (!(magnitude >= 1e-16 && magnitude < 1e26)) return std::nullopt;
+    const int binary = static_cast<int>(std::bit_cast<std::uint64_t>(magnitude) >> 52) - 1023;
+    int exponent = (binary * 78913) >> 18;
+    double scaled = 0;
+    // The power of two below the number may have one digit less.
+    for (int tries = 0; tries < 2; ++tries, ++exponent) {
+        const int shift = 5 - exponent;
+        scaled = shift < 0 ? magnitude / Exact<double>::kPowers[-shift]
+                           : magnitude * Exact<double>::kPowers[shift];
+        if (scaled < 1e6) break;
+    }
+    if (!(scaled >= 1e5 && scaled < 1e6)) return std::nullopt;
+    auto digits = static_cast<std::uint32_t>(scaled);
+    const double above_half = scaled - digits - 0.5;
+    if (std::abs(above_half) < kAllButHalf) return std::nullopt;
+    digits += above_half > 0;
+    if (digits < 1'000'000) return Decimal{digits, exponent};
+    return Decimal{100'000, exponent + 1};
+}
+
+char* WritePair(char* out, std::uint32_t value) {
+    out[0] = static_cast<char>('0' + value / 10);
+    out[1] = static_cast<char>('0' + value % 10);
+    return out + 2;
+}
+
+/// Lays six digits out as "%g" does: in full from 0.0001 to below a million, otherwise with
+/// an exponent; in both cases without zeros at the end of a fraction.
+char* WriteDecimal(char* out, const Decimal& decimal) {
+    char digits[6];
+    WritePair(WritePair(WritePair(digits, decimal.digits / 10'000), decimal.digits / 100 % 100),
+              decimal.digits % 100);
+    int count = 6;
+    while (count > 1 && digits[count - 1] == '0') --count;
+    const bool in_full = decimal.exponent >= -4 && decimal.exponent < 6;
+    int whole = in_full ? decimal.exponent + 1 : 1;
+    if (whole <= 0) {
+        out = std::copy_n("0.000", 2 - whole, out);
+        return std::copy_n(digits, count, out);
+    }
+    out = std::copy_n(digits, whole, out);
+    if (count > whole) {
+        *out++ = '.';
+        out = std::copy(digits + whole, digits + count, out);
+    }
+    if (in_full) return out;
+    *out++ = 'e';
+    *out++ = decimal.exponent < 0 ? '-' : '+';
+    return WritePair(out, static_cast<std::uint32_t>(std::abs(decimal.exponent)));
+}
+
 template <class Real>
-bool ScanReal(std::string_view text, const char* format, Real& value) {
-    const std::string_view number = SkipSpace(text);
-    return ScanPlain(number, value) || ScanUnusual(number, format, value);
+bool ScanAny(std::string_view text, const char* format, Real& value) {
+    return ScanPlain(text, value) || ScanUnusual(text, format, value);
 }
 
 }  // namespace
@@ -88,7 +151,12 @@ std::string_view Trim(std::string_view text) {
 }
 
 char* WriteDouble(char* out, double value) {
-    return std::to_chars(out, out + kMaxLength, value, std::chars_format::general, 6).ptr;
+    const std::optional<Decimal> decimal = RoundToSixDigits(std::abs(value));
+    if (!decimal) {
+        return std::to_chars(out, out + kMaxLength, value, std::chars_format::general, 6).ptr;
+    }
+    if (value < 0) *out++ = '-';
+    return WriteDecimal(out, *decimal);
 }
 
 char* WriteInt(char* out, std::int32_t value) {
@@ -102,12 +170,12 @@ char* WriteHex(char* out, std::uint32_t value) {
     return out;
 }
 
-bool ScanDouble(std::string_view text, double& value) {
-    return ScanReal(text, "%lf", value);
+bool ScanOther(std::string_view text, double& value) {
+    return ScanAny(text, "%lf", value);
 }
 
-bool ScanFloat(std::string_view text, float& value) {
-    return ScanReal(text, "%f", value);
+bool ScanOther(std::string_view text, float& value) {
+    return ScanAny(text, "%f", value);
 }
 
 bool ScanInt(std::string_view text, std::int32_t& value) {

@@ -73,6 +73,39 @@ TEST(NumberText, DoublesOfEverydaySizeAreWrittenAsTheCLibraryWritesThem) {
     }
 }
 
+TEST(NumberText, DoublesBesideATieOfTheSixthDigitAreWrittenAsTheCLibraryWritesThem) {
+    std::mt19937_64 random(26);
+    std::uniform_int_distribution<int> digits(99'999, 999'999), exponent(-35, 30);
+    for (int i = 0; i < 300'000; ++i) {
+        char text[64];
+        std::snprintf(text, sizeof text, "%d5e%d", digits(random), exponent(random));
+        const double tie = std::strtod(text, nullptr);
+        double below = tie, above = tie;
+        for (int steps = 0; steps < 3; ++steps) {
+            ASSERT_EQ(Written(below), Printed(below));
+            ASSERT_EQ(Written(above), Printed(above));
+            below = std::nextafter(below, 0);
+            above = std::nextafter(above, 1e300);
+        }
+    }
+}
+
+TEST(NumberText, DoublesBesideAPowerOfTenAreWrittenAsTheCLibraryWritesThem) {
+    for (int exponent = -30; exponent <= 30; ++exponent) {
+        const double power = std::strtod(("1e" + std::to_string(exponent)).c_str(), nullptr);
+        double below = power, above = power;
+        for (int steps = 0; steps < 1000; ++steps) {
+            ASSERT_EQ(Written(below), Printed(below));
+            ASSERT_EQ(Written(above), Printed(above));
+            below = std::nextafter(below, 0);
+            above = std::nextafter(above, 1e300);
+        }
+        for (const double nines : {0.9999995, 0.99999949999, 0.99999950001, 0.9999999, 1.000001}) {
+            ASSERT_EQ(Written(nines * power), Printed(nines * power));
+        }
+    }
+}
+
 TEST(NumberText, FloatsOfRandomBitsAreWrittenAsTheCLibraryWritesThem) {
     std::mt19937 random(22);
     for (int i = 0; i < 1'000'000; ++i) {
@@ -254,6 +287,22 @@ TEST(NumberText, RandomRunsOfNumberCharactersAreScannedAsTheCLibraryScansThem) {
     for (int i = 0; i < 400'000 && !testing::Test::HasFailure(); ++i) {
         std::string text(length(random), ' ');
         for (char& c : text) c = alphabet[pick(random)];
+        ExpectScansLikeTheCLibrary(text);
+    }
+}
+
+TEST(NumberText, ShortDecimalTextsAreScannedAsTheCLibraryScansThem) {
+    std::mt19937_64 random(27);
+    std::uniform_int_distribution<int> exponent(-26, 26), precision(1, 19);
+    for (int i = 0; i < 300'000 && !testing::Test::HasFailure(); ++i) {
+        char text[64];
+        const auto digits = static_cast<unsigned long long>(random() >> i % 60);
+        std::snprintf(text, sizeof text, i % 2 ? "%llue%d" : "-%llu.%de%d", digits,
+                      exponent(random), exponent(random));
+        ExpectScansLikeTheCLibrary(text);
+        const double value = static_cast<double>(digits) * std::pow(10, exponent(random));
+        std::snprintf(text, sizeof text, i % 2 ? "%.*g" : "%.*f", precision(random),
+                      std::fmod(value, 1e20));
         ExpectScansLikeTheCLibrary(text);
     }
 }

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 namespace ZT {
 
@@ -33,12 +34,6 @@ void PCExBase::Construct() {
     m_nChildIndex = 0;
 }
 
-/// The current element, or null where there is none.
-const IXMLDOMElementPtr* PCExBase::Current() const {
-    const IXMLDOMElementPtr* const top = m_stack.Top();
-    return top && *top ? top : nullptr;
-}
-
 IXMLDOMElementPtr PCExBase::GetCurElem() const {
     const IXMLDOMElementPtr* const top = m_stack.Top();
     return top ? *top : IXMLDOMElementPtr();
@@ -63,8 +58,14 @@ void PCExBase::PushElement(const IXMLDOMElementPtr& element) {
 }
 
 IXMLDOMElementPtr PCExBase::PushElement(const char* name) {
-    const IXMLDOMElementPtr element = m_pDoc->createElement(name);
-    if (element) PushElement(element);
+    const IXMLDOMElementPtr* const current = Current();
+    // Where nothing is to be written in front of it, the element is made in its place.
+    const bool in_place = current && !m_bIndent && (*current)->ownerDocument() == m_pDoc;
+    const IXMLDOMElementPtr element =
+        in_place ? (*current)->appendElement(name) : m_pDoc->createElement(name);
+    if (!element) return element;
+    if (!in_place) AppendChild(element);
+    Push(element);
     return element;
 }
 
@@ -90,15 +91,10 @@ IXMLDOMElementPtr PCExBase::PersistElement(const char* name, bool bChild) {
     const IXMLDOMElementPtr* const current = Current();
     if (!current) return nullptr;
     if (!bChild) return IsCalled(*current, name) ? *current : nullptr;
-    IXMLDOMElementPtr element;
-    if (m_nChildIndex == 0) {
-        element = (*current)->selectSingleNode(name);
-    } else {
-        // An index past the list stays, ready to mislead the next look-up: deliberate.
-        if (m_nChildIndex >= (*current)->childNodes()->length()) return nullptr;
-        element = (*current)->childElement(name, m_nChildIndex);
-        m_nChildIndex = 0;
-    }
+    const IXMLDOMElementPtr element = (*current)->childElement(name, m_nChildIndex);
+    // An index past the list stays, ready to mislead the next look-up: deliberate.
+    if (!element && IsIndexPastChildren(*current)) return nullptr;
+    m_nChildIndex = 0;
     if (element) Push(element);
     return element;
 }
@@ -141,7 +137,7 @@ void PCExBase::PopFlag() {
 
 bool PCExBase::HasChild(const char* name) const {
     const IXMLDOMElementPtr* const current = Current();
-    return current && (*current)->selectSingleNode(name);
+    return current && (*current)->childElement(name, 0);
 }
 
 int PCExBase::GetChildCount(const char* name) const {
@@ -155,19 +151,22 @@ int PCExBase::GetChildElementCount(IXMLDOMElementPtr element) {
 
 IXMLDOMElementPtr PCExBase::GetChild(const char* name, int index, IXMLDOMElementPtr parent) const {
     if (index < 0) return nullptr;
+    const IXMLDOMElementPtr child = parent->childElement(name, index);
     // The guard looks at the cursor's index and not at the argument: deliberate.
-    if (m_nChildIndex >= parent->childNodes()->length()) return nullptr;
-    return parent->childElement(name, index);
+    if (child && m_nChildIndex > index && IsIndexPastChildren(parent)) return nullptr;
+    return child;
+}
+
+/// Whether `m_nChildIndex` is not below the number of child nodes.
+bool PCExBase::IsIndexPastChildren(const IXMLDOMElementPtr& parent) const {
+    return m_nChildIndex >= parent->childNodes()->length();
 }
 
 IXMLDOMElementPtr PCExBase::ReadItemElement(const char* name, bool bChild) {
     const IXMLDOMElementPtr* const current = Current();
     if (!current) return nullptr;
     if (!bChild) return *current;
-    if (m_nChildIndex == 0) return (*current)->selectSingleNode(name);
-    const IXMLDOMElementPtr element = GetChild(name, m_nChildIndex, *current);
-    m_nChildIndex = 0;
-    return element;
+    return (*current)->childElement(name, std::exchange(m_nChildIndex, std::uint16_t{0}));
 }
 
 CString PCExBase::GetAttribute(IXMLDOMElementPtr element, const char* name) {

@@ -354,7 +354,14 @@ public:
     std::uint16_t m_nChildIndex = 0;
 
 private:
-    const IXMLDOMElementPtr* Current() const;
+    /// The current element; null where there is none.
+    const IXMLDOMElementPtr* Current() const {
+        const IXMLDOMElementPtr* const top = m_stack.Top();
+        return top && *top ? top : nullptr;
+    }
+    /// `ReadData`, with the element that it found.
+    IXMLDOMElementPtr ReadRow(const char* name, double* p, ulong n, bool bChild);
+    bool IsIndexPastChildren(const IXMLDOMElementPtr& parent) const;
 };
 
 }  // namespace ZT

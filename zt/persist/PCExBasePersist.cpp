@@ -74,7 +74,7 @@ void PCExBase::PersistColor4(float* rgba) {
 
 IXMLDOMElementPtr PCExBase::PersistData(const char* name, double* p, ulong n, bool bChild) {
     if (IsStoring()) return PushData(name, p, n);
-    return ReadData(name, p, n, bChild);
+    return ReadRow(name, p, n, bChild);
 }
 
 void PCExBase::PersistDataInt(const char* name, int* p, ulong n, bool bChild) {
@@ -105,11 +105,10 @@ void PCExBase::PersistDataIntAuto(const char* name, int*& p, ulong& n, bool bChi
     }
     const IXMLDOMElementPtr* const current = Current();
     if (!current) return;
-    const IXMLDOMNodePtr node =
-        bChild ? (*current)->selectSingleNode(name) : IXMLDOMNodePtr(*current);
-    if (!node) return;
+    const IXMLDOMElementPtr element = bChild ? (*current)->childElement(name, 0) : *current;
+    if (!element) return;
     std::string scratch;
-    const std::string_view text = node->textView(scratch);
+    const std::string_view text = element->textView(scratch);
     n = static_cast<ulong>(NumberText::CountByBlanks(text));
     if (n == 0) return;
     p = new int[n]();

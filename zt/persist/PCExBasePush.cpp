@@ -13,7 +13,7 @@ using NumberText::RowText;
 IXMLDOMElementPtr PushText(PCExBase& cursor, const char* name, std::string_view text) {
     IXMLDOMElementPtr element = cursor.PushElement(name);
     if (!element) return element;
-    element->put_text(text);
+    if (!text.empty()) element->appendText(text);
     cursor.PopElement(true);
     return element;
 }

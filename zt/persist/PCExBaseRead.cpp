@@ -9,17 +9,18 @@ namespace {
 using NumberText::RowScan;
 using NumberText::ScanRow;
 
-/// Scans a row from the text of `node`; a null `p` is ignored.
-template <class T>
-RowScan ScanNode(const IXMLDOMNodePtr& node, T* p, ulong n) {
+/// Scans a row from the text of a node or an element; a null `p` is ignored.
+template <class Node, class T>
+RowScan ScanNode(const Node& node, T* p, ulong n) {
     if (!p) return {};
     std::string scratch;
     return ScanRow(node->textView(scratch), p, n);
 }
 
 /// The number in the child called `name`.
-bool ScanChild(const IXMLDOMNodePtr& node, const char* name, int& v) {
-    const IXMLDOMNodePtr child = node->selectSingleNode(name);
+template <class Node>
+bool ScanChild(const Node& node, const char* name, int& v) {
+    const IXMLDOMElementPtr child = node->childElement(name, 0);
     return child && ScanNode(child, &v, 1).count == 1;
 }
 
@@ -27,9 +28,8 @@ bool ScanChild(const IXMLDOMNodePtr& node, const char* name, int& v) {
 template <class T>
 void ReadFirst(const IXMLDOMElementPtr* current, const char* name, T* p, ulong n, bool bChild) {
     if (!current) return;
-    const IXMLDOMNodePtr node =
-        bChild ? (*current)->selectSingleNode(name) : IXMLDOMNodePtr(*current);
-    if (node) ScanNode(node, p, n);
+    const IXMLDOMElementPtr element = bChild ? (*current)->childElement(name, 0) : *current;
+    if (element) ScanNode(element, p, n);
 }
 
 }  // namespace
@@ -51,8 +51,10 @@ bool PCExBase::ReadInt(IXMLDOMNodePtr node, const char* name, int& v) {
 }
 
 bool PCExBase::ReadBool(const char* name, bool& v) const {
-    const IXMLDOMElementPtr* const current = Current();
-    return current && ReadBool(*current, name, v);
+    int value = 0;
+    if (!ReadInt(name, value)) return false;
+    v = value != 0;
+    return true;
 }
 
 bool PCExBase::ReadBool(IXMLDOMNodePtr node, const char* name, bool& v) {
@@ -76,11 +78,15 @@ bool PCExBase::ReadDWORD(IXMLDOMNodePtr node, const char* name, ulong& v) {
     return true;
 }
 
-IXMLDOMNodePtr PCExBase::ReadData(const char* name, double* p, ulong n, bool bChild) {
+IXMLDOMElementPtr PCExBase::ReadRow(const char* name, double* p, ulong n, bool bChild) {
     if (!p) return nullptr;
-    const IXMLDOMNodePtr node = ReadItemElement(name, bChild);
-    if (!node || ScanNode(node, p, n).failed) return nullptr;
-    return node;
+    IXMLDOMElementPtr element = ReadItemElement(name, bChild);
+    if (!element || ScanNode(element, p, n).failed) return nullptr;
+    return element;
+}
+
+IXMLDOMNodePtr PCExBase::ReadData(const char* name, double* p, ulong n, bool bChild) {
+    return ReadRow(name, p, n, bChild);
 }
 
 void PCExBase::ReadData(IXMLDOMNodePtr node, double* p, ulong n) const {
@@ -88,8 +94,8 @@ void PCExBase::ReadData(IXMLDOMNodePtr node, double* p, ulong n) const {
 }
 
 void PCExBase::ReadDataFloat(const char* name, float* p, ulong n, bool bChild) {
-    const IXMLDOMNodePtr node = ReadItemElement(name, bChild);
-    if (node) ScanNode(node, p, n);
+    const IXMLDOMElementPtr element = ReadItemElement(name, bChild);
+    if (element) ScanNode(element, p, n);
 }
 
 void PCExBase::ReadDataInt(const char* name, int* p, ulong n, bool bChild) const {
