@@ -11,10 +11,8 @@ int main() {
     ZT::RangeR1 cut(30.0, 45.0);
     if (stock.Subtract(cut) != 2) return 1;
 
-    IXMLDOMDocumentPtr document;
-    document.CreateInstance();
-    IXMLDOMElementPtr root = document->createElement("Stock");
-    document->appendChild(root);
+    const IXMLDOMDocumentPtr document = IXMLDOMDocumentPtr::CreateInstance();
+    IXMLDOMElementPtr root = document->appendElement("Stock");
 
     ZT::PC context;
     context.m_mode = 1;
