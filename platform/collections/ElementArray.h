@@ -103,8 +103,8 @@ public:
     INT_PTR Add(ARG_TYPE newElement) {
         const INT_PTR index = m_nSize;
         if (index < m_nMaxSize) {
-            OpenGap(index, 1);
-            AssignOrShrink(index, newElement);
+            MakeAt(m_pData + index, newElement);
+            m_nSize = index + 1;
         } else {
             InsertCopies(index, newElement, 1);
         }
@@ -243,15 +243,16 @@ private:
         m_nSize += count;
     }
 
-    /// Assigns the last element; one that cannot be had is taken back.
-    void AssignOrShrink(INT_PTR index, ARG_TYPE element) {
+    /// Makes an element where there is none.
+    static void MakeAt(TYPE* place, ARG_TYPE element) {
+        ::new (static_cast<void*>(place)) TYPE();
         if constexpr (std::is_nothrow_assignable_v<TYPE&, ARG_TYPE&>) {
-            m_pData[index] = element;
+            *place = element;
         } else {
             try {
-                m_pData[index] = element;
+                *place = element;
             } catch (...) {
-                Truncate(index);
+                std::destroy_at(place);
                 throw;
             }
         }

@@ -17,6 +17,22 @@ constexpr UINT FoldBits(std::uint64_t bits) {
     return static_cast<UINT>(bits) ^ static_cast<UINT>(bits >> 32);
 }
 
+/// The bytes of a text of less than eight, each at least once, as one number.
+inline std::uint64_t ShortTextBits(std::string_view text) {
+    const auto byte = [&](std::size_t i) {
+        return static_cast<std::uint64_t>(static_cast<unsigned char>(text[i]));
+    };
+    const std::size_t size = text.size();
+    if (size >= sizeof(UINT)) {
+        UINT first = 0;
+        UINT last = 0;
+        std::memcpy(&first, text.data(), sizeof first);
+        std::memcpy(&last, text.data() + size - sizeof last, sizeof last);
+        return first | static_cast<std::uint64_t>(last) << 32;
+    }
+    return size == 0 ? 0 : byte(0) | byte(size / 2) << 8 | byte(size - 1) << 16;
+}
+
 /// Hash of the bytes of a text, the same in every run.
 inline UINT HashText(std::string_view text) {
     constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
@@ -24,16 +40,16 @@ inline UINT HashText(std::string_view text) {
         bits *= kFactor;
         return bits ^ (bits >> 29);
     };
-    const char* byte = text.data();
-    std::size_t left = text.size();
-    std::uint64_t hash = left * kFactor;
+    const std::size_t size = text.size();
+    std::uint64_t hash = size * kFactor;
     std::uint64_t word = 0;
-    for (; left >= sizeof word; left -= sizeof word, byte += sizeof word) {
-        std::memcpy(&word, byte, sizeof word);
+    if (size < sizeof word) return FoldBits(mixed(mixed(hash ^ ShortTextBits(text))));
+    for (std::size_t at = 0; at + sizeof word < size; at += sizeof word) {
+        std::memcpy(&word, text.data() + at, sizeof word);
         hash = mixed(hash ^ word);
     }
-    word = 0;
-    for (; left > 0; --left) word = word << 8 | static_cast<unsigned char>(byte[left - 1]);
+    // The last word, which may overlap the one before.
+    std::memcpy(&word, text.data() + size - sizeof word, sizeof word);
     return FoldBits(mixed(mixed(hash ^ word)));
 }
 
