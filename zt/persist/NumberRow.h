@@ -7,6 +7,7 @@
 #include <zt/frame/ZT.h>
 #include <zt/persist/NumberText.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <string_view>
@@ -21,21 +22,23 @@ template <>
 struct Form<double> {
     static constexpr std::size_t kMaxLength = 13;
     static char* Write(char* out, double value) { return WriteDouble(out, value); }
-    static bool Scan(std::string_view text, double& value) { return ScanDouble(text, value); }
+    static const char* Scan(std::string_view text, double& value) {
+        return ScanDouble(text, value);
+    }
 };
 
 template <>
 struct Form<float> {
     static constexpr std::size_t kMaxLength = 13;
     static char* Write(char* out, float value) { return WriteDouble(out, value); }
-    static bool Scan(std::string_view text, float& value) { return ScanFloat(text, value); }
+    static const char* Scan(std::string_view text, float& value) { return ScanFloat(text, value); }
 };
 
 template <>
 struct Form<int> {
     static constexpr std::size_t kMaxLength = 11;
     static char* Write(char* out, int value) { return WriteInt(out, value); }
-    static bool Scan(std::string_view text, int& value) { return ScanInt(text, value); }
+    static const char* Scan(std::string_view text, int& value) { return ScanInt(text, value); }
 };
 
 /// A byte is scanned as an integer, of which the low 8 bits count.
@@ -43,11 +46,11 @@ template <>
 struct Form<unsigned char> {
     static constexpr std::size_t kMaxLength = 3;
     static char* Write(char* out, unsigned char value) { return WriteInt(out, value); }
-    static bool Scan(std::string_view text, unsigned char& value) {
+    static const char* Scan(std::string_view text, unsigned char& value) {
         int wide = 0;
-        if (!ScanInt(text, wide)) return false;
-        value = static_cast<unsigned char>(wide);
-        return true;
+        const char* const place = ScanInt(text, wide);
+        if (place) value = static_cast<unsigned char>(wide);
+        return place;
     }
 };
 
@@ -97,21 +100,24 @@ struct RowScan {
 template <class T>
 RowScan ScanRow(std::string_view text, T* p, ulong n) {
     RowScan row;
-    std::string_view rest = text;
-    const char* value_begin = nullptr;
+    const char* const end = text.data() + text.size();
+    const char* look = text.data();   // where the next look begins
+    const char* number = nullptr;     // where the number begins that it found last
+    const char* in_number = nullptr;  // a place in that number, or right behind it
     T value{};
     while (row.count < n) {
-        // Within the white space in front of a value, every look finds that value.
-        if (!value_begin || rest.data() > value_begin) {
-            const std::string_view number = SkipSpace(rest);
-            value_begin = number.data();
-            row.failed = !Form<T>::Scan(number, value);
+        // Within the white space in front of a number, every look finds that number.
+        if (!number || look > number) {
+            number = SkipSpace({look, end}).data();
+            in_number = Form<T>::Scan({number, end}, value);
+            row.failed = !in_number;
             if (row.failed) break;
         }
         p[row.count++] = value;
-        const std::size_t blank = rest.find(' ');
-        if (blank == std::string_view::npos) break;
-        rest.remove_prefix(blank + 1);
+        // There are no blanks in a number.
+        const char* const blank = std::find(look < number ? look : in_number, end, ' ');
+        if (blank == end) break;
+        look = blank + 1;
     }
     return row;
 }

@@ -178,17 +178,18 @@ bool ScanOther(std::string_view text, float& value) {
     return ScanAny(text, "%f", value);
 }
 
-bool ScanInt(std::string_view text, std::int32_t& value) {
+const char* ScanInt(std::string_view text, std::int32_t& value) {
     std::string_view number = SkipSpace(text);
     if (number.size() > 1 && number[0] == '+' && IsDigit(number[1])) number.remove_prefix(1);
     std::int64_t scanned = 0;
-    const auto error = std::from_chars(number.data(), number.data() + number.size(), scanned).ec;
-    if (error == std::errc::invalid_argument) return false;
+    const auto [end, error] =
+        std::from_chars(number.data(), number.data() + number.size(), scanned);
+    if (error == std::errc::invalid_argument) return nullptr;
     if (error == std::errc::result_out_of_range)
         scanned = number.front() == '-' ? std::numeric_limits<std::int64_t>::min()
                                         : std::numeric_limits<std::int64_t>::max();
     value = static_cast<std::int32_t>(scanned);
-    return true;
+    return end;
 }
 
 }  // namespace ZT::NumberText

@@ -7,7 +7,9 @@
 /// terminating zero, and answer the place behind the last of them. The scanners
 /// read one value from the start of a text with the conventions of "%lf", "%f"
 /// and "%d": leading white space is skipped, whatever follows the value is left
-/// alone, and a zero byte ends the text.
+/// alone, and a zero byte ends the text. They answer a place from the first character of
+/// the number to the one behind it, so that it saves the way to go on from there; null, with
+/// the value unchanged, if the text does not begin with a number.
 
 #pragma once
 
@@ -95,9 +97,10 @@ struct DigitReader {
 };
 
 /// A decimal number of few digits: one exact integer times or over one exact power of
-/// ten, so that the only rounding is that of the result. False for all else.
+/// ten, so that the only rounding is that of the result. The place behind it; null for all
+/// else.
 template <class Real>
-bool ScanShort(std::string_view text, Real& value) {
+const char* ScanShort(std::string_view text, Real& value) {
     constexpr std::ptrdiff_t kDigits = 18;
     DigitReader digits{text.data(), text.data() + text.size()};
     const bool negative = digits.Sees('-');
@@ -110,40 +113,46 @@ bool ScanShort(std::string_view text, Real& value) {
         digits.Read();
         exponent -= digits.count;
     }
-    if (digits.count == 0 || digits.count > kDigits || digits.SeesLetter('x')) return false;
+    if (digits.count == 0 || digits.count > kDigits || digits.SeesLetter('x')) return nullptr;
     if (digits.SeesLetter('e')) {
         DigitReader power{digits.at + 1, digits.end};
         const bool down = power.Sees('-');
         power.at += down || power.Sees('+');
         power.Read();
-        if (power.count == 0 || power.count > kDigits) return false;
+        if (power.count == 0 || power.count > kDigits) return nullptr;
         const auto size = static_cast<std::ptrdiff_t>(power.value);
         exponent += down ? -size : size;
+        digits.at = power.at;
     }
     const std::ptrdiff_t distance = exponent < 0 ? -exponent : exponent;
-    if (digits.value > Exact<Real>::kInteger || distance > Exact<Real>::kExponent) return false;
+    if (digits.value > Exact<Real>::kInteger || distance > Exact<Real>::kExponent) return nullptr;
     const Real integer = static_cast<Real>(digits.value);
-    const Real power = Exact<Real>::kPowers[distance];
-    const Real magnitude = exponent < 0 ? integer / power : integer * power;
+    const Real scale = Exact<Real>::kPowers[distance];
+    const Real magnitude = exponent < 0 ? integer / scale : integer * scale;
     value = negative ? -magnitude : magnitude;
-    return true;
+    return digits.at;
 }
 
-/// "%lf". False, and `value` unchanged, if `text` does not begin with a number. A
-/// number too large for the type is infinite, and one too small is zero.
-inline bool ScanDouble(std::string_view text, double& value) {
+/// Both of the above, for a text that may begin with white space.
+template <class Real>
+const char* ScanReal(std::string_view text, Real& value) {
     const std::string_view number = SkipSpace(text);
-    return ScanShort(number, value) || ScanOther(number, value);
+    if (const char* const end = ScanShort(number, value)) return end;
+    return ScanOther(number, value) ? number.data() : nullptr;
+}
+
+/// "%lf". A number too large for the type is infinite, and one too small is zero.
+inline const char* ScanDouble(std::string_view text, double& value) {
+    return ScanReal(text, value);
 }
 
 /// "%f"; otherwise as `ScanDouble`. The text is rounded once, to a `float`.
-inline bool ScanFloat(std::string_view text, float& value) {
-    const std::string_view number = SkipSpace(text);
-    return ScanShort(number, value) || ScanOther(number, value);
+inline const char* ScanFloat(std::string_view text, float& value) {
+    return ScanReal(text, value);
 }
 
 /// "%d". A number beyond 64 bits becomes the nearest one of 64, and of that the low
-/// 32 bits count. False, and `value` unchanged, if `text` does not begin with a number.
-ZT_API bool ScanInt(std::string_view text, std::int32_t& value);
+/// 32 bits count.
+ZT_API const char* ScanInt(std::string_view text, std::int32_t& value);
 
 }  // namespace ZT::NumberText

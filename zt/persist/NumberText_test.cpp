@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <zt/persist/NumberText.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdio>
@@ -35,9 +36,14 @@ std::optional<Bits> Reference(const std::string& text, const char* format) {
 }
 
 template <class Bits, class T>
-std::optional<Bits> Ours(const std::string& text, bool (*scan)(std::string_view, T&)) {
+std::optional<Bits> Ours(const std::string& text, const char* (*scan)(std::string_view, T&)) {
     T value{};
-    if (!scan(text, value)) return std::nullopt;
+    const char* const place = scan(text, value);
+    if (!place) return std::nullopt;
+    const std::size_t begin = text.size() - SkipSpace(text).size();
+    const std::size_t end = std::min(text.find_first_of(" \t\n\v\f\r", begin), text.size());
+    const auto at = static_cast<std::size_t>(place - text.data());
+    EXPECT_TRUE(begin <= at && at <= end) << '"' << text << "\" goes on from " << at;
     return std::bit_cast<Bits>(value);
 }
 

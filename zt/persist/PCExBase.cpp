@@ -61,7 +61,7 @@ IXMLDOMElementPtr PCExBase::PushElement(const char* name) {
     const IXMLDOMElementPtr* const current = Current();
     // Where nothing is to be written in front of it, the element is made in its place.
     const bool in_place = current && !m_bIndent && (*current)->ownerDocument() == m_pDoc;
-    const IXMLDOMElementPtr element =
+    IXMLDOMElementPtr element =
         in_place ? (*current)->appendElement(name) : m_pDoc->createElement(name);
     if (!element) return element;
     if (!in_place) AppendChild(element);
@@ -91,7 +91,7 @@ IXMLDOMElementPtr PCExBase::PersistElement(const char* name, bool bChild) {
     const IXMLDOMElementPtr* const current = Current();
     if (!current) return nullptr;
     if (!bChild) return IsCalled(*current, name) ? *current : nullptr;
-    const IXMLDOMElementPtr element = (*current)->childElement(name, m_nChildIndex);
+    IXMLDOMElementPtr element = (*current)->childElement(name, m_nChildIndex);
     // An index past the list stays, ready to mislead the next look-up: deliberate.
     if (!element && IsIndexPastChildren(*current)) return nullptr;
     m_nChildIndex = 0;
@@ -151,7 +151,7 @@ int PCExBase::GetChildElementCount(IXMLDOMElementPtr element) {
 
 IXMLDOMElementPtr PCExBase::GetChild(const char* name, int index, IXMLDOMElementPtr parent) const {
     if (index < 0) return nullptr;
-    const IXMLDOMElementPtr child = parent->childElement(name, index);
+    IXMLDOMElementPtr child = parent->childElement(name, index);
     // The guard looks at the cursor's index and not at the argument: deliberate.
     if (child && m_nChildIndex > index && IsIndexPastChildren(parent)) return nullptr;
     return child;
