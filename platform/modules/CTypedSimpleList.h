@@ -38,6 +38,9 @@ public:
         T* m_at = nullptr;
     };
 
+    using value_type = T*;
+    using const_iterator = iterator;
+
     /// The first object, or null.
     T* GetHead() const { return m_pHead; }
     /// The object behind `object`, or null.

@@ -94,7 +94,7 @@ public:                                           \
         #class_name, static_cast<INT>(sizeof(class_name)), schema,              \
         create,      &class_name::_GetBaseClass,           nullptr,             \
         nullptr};                                                               \
-    CRuntimeClass* class_name::GetRuntimeClass() const {                        \
+    [[maybe_unused]] CRuntimeClass* class_name::GetRuntimeClass() const {       \
         return RUNTIME_CLASS(class_name);                                       \
     }                                                                           \
     static const AFX_CLASSINIT afxRegistrationOf##class_name(RUNTIME_CLASS(class_name));
