@@ -10,10 +10,16 @@ using HRESULT = std::int32_t;
 using SCODE = std::int32_t;
 
 /// The `HRESULT` with the given bits.
-constexpr HRESULT ResultFromBits(std::uint32_t bits) { return static_cast<HRESULT>(bits); }
+constexpr HRESULT ResultFromBits(std::uint32_t bits) {
+    return static_cast<HRESULT>(bits);
+}
 
-constexpr bool SUCCEEDED(HRESULT result) { return result >= 0; }
-constexpr bool FAILED(HRESULT result) { return result < 0; }
+constexpr bool SUCCEEDED(HRESULT result) {
+    return result >= 0;
+}
+constexpr bool FAILED(HRESULT result) {
+    return result < 0;
+}
 
 constexpr HRESULT S_OK = 0;
 constexpr HRESULT S_FALSE = 1;

@@ -9,7 +9,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include <unistd.h>
@@ -60,6 +62,15 @@ CString ProgramPath() {
     }
 }
 
+// A path is completed, so that the module's file is found again from any directory;
+// a plain name is left to the system's search.
+std::string PathToLoad(LPCTSTR path) {
+    std::error_code failure;
+    if (!std::strchr(path, '/')) return path;
+    const std::filesystem::path full = std::filesystem::absolute(path, failure);
+    return failure ? std::string(path) : full.native();
+}
+
 void TellLoadFailure(LPCTSTR path, CString* reason) {
     const char* text = dlerror();
     if (reason) *reason = text ? text : "";
@@ -101,7 +112,7 @@ HMODULE AfxLoadLibrary(LPCTSTR path, CString* reason) {
         SetLastError(ENOENT);
         return nullptr;
     }
-    void* handle = dlopen(path, RTLD_NOW | RTLD_LOCAL);
+    void* handle = dlopen(PathToLoad(path).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle) TellLoadFailure(path, reason);
     return ModuleOf(handle);
 }

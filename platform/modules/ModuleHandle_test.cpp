@@ -3,17 +3,13 @@
 
 #include <platform/base/LastError.h>
 #include <platform/modules/ModuleHandle.h>
-#include <platform/object/CObject.h>
 #include <platform/text/CString.h>
 
 #include <cerrno>
-#include <cmath>
 #include <filesystem>
 #include <string>
 
-using testing::EndsWith;
 using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
 namespace {
@@ -84,6 +80,21 @@ TEST(LoadLibrary, GivesTheModuleAndItsFunctions) {
     const auto cosine = reinterpret_cast<Cosine>(GetProcAddress(library, "cos"));
     ASSERT_NE(cosine, nullptr);
     EXPECT_EQ(cosine(0), 1);
+    EXPECT_TRUE(AfxFreeLibrary(library));
+}
+
+TEST(LoadLibrary, ByARelativePathKnowsTheFullOne) {
+    const std::filesystem::path system =
+        std::filesystem::path(AfxGetModuleFileName(GetModuleHandle("libc.so.6")).GetString())
+            .parent_path();
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(system);
+    const HMODULE library = AfxLoadLibrary("./libresolv.so.2");
+    std::filesystem::current_path(before);
+    ASSERT_NE(library, nullptr);
+    const CString path = AfxGetModuleFileName(library);
+    EXPECT_THAT(path.GetString(), StartsWith("/"));
+    EXPECT_TRUE(std::filesystem::exists(path.GetString()));
     EXPECT_TRUE(AfxFreeLibrary(library));
 }
 
