@@ -28,8 +28,8 @@ constexpr std::array<char16_t, 32> kWindows1252 = {
 // Encodings in which every byte below 0x80 is the ASCII character. Names that end in a
 // hyphen stand for a whole family.
 constexpr std::string_view kAsciiBased[] = {
-    "us-ascii", "ascii", "iso-8859-", "windows-125", "cp125", "koi8-",
-    "gb2312",   "gbk",   "gb18030",   "big5",        "euc-",  "tis-620",
+    "us-ascii", "ascii", "latin1",  "iso-8859-", "windows-125", "cp125",   "koi8-",
+    "gb2312",   "gbk",   "gb18030", "big5",      "euc-",        "tis-620",
 };
 
 std::string LowerCase(Bytes name) {
@@ -170,10 +170,10 @@ std::optional<XmlFault> FromDeclaredBytes(DomBuffer& text, const std::string& en
         return Fault("The declared encoding '" + encoding + "' is not that of the bytes.");
     }
     if (IsAsciiBased(encoding) && IsAscii(text.Text())) return std::nullopt;
-    if (encoding == "iso-8859-1") {
+    if (encoding == "iso-8859-1" || encoding == "latin1") {
         return FromSingleBytes(text, [](unsigned char byte) -> char32_t { return byte; });
     }
-    if (encoding == "windows-1252") {
+    if (encoding == "windows-1252" || encoding == "cp1252") {
         return FromSingleBytes(text, [](unsigned char byte) -> char32_t {
             return byte >= 0x80 && byte < 0xA0 ? kWindows1252[byte - 0x80u] : byte;
         });
@@ -191,7 +191,7 @@ std::optional<XmlFault> ConvertToUtf8(DomBuffer& text) {
     if (layout.form == Form::kUtf32) return Fault("Texts in UTF-32 cannot be read.");
     if (layout.form != Form::kBytes) return FromUtf16(text, layout);
     const std::string declared = LowerCase(DeclaredXmlEncoding(text.Text().substr(layout.mark)));
-    if (declared.empty() || declared == "utf-8") return std::nullopt;
+    if (declared.empty() || declared == "utf-8" || declared == "utf8") return std::nullopt;
     if (layout.mark != 0) {
         return Fault("The text is UTF-8 by its byte order mark, but its declaration says '" +
                      declared + "'.");

@@ -27,6 +27,7 @@ inline bool IsNull(pugi::xml_node node) {
 
 /// Whether the zero-ended `tag` is `name`.
 inline bool EqualsName(const char* tag, std::string_view name) {
+    if (name.empty()) return *tag == 0;
     return std::strncmp(tag, name.data(), name.size()) == 0 && tag[name.size()] == 0;
 }
 

@@ -15,13 +15,14 @@
 class DomText {
 public:
     DomText(std::nullptr_t) {}
-    DomText(const char* text) : m_view(text == nullptr ? std::string_view() : text) {}
+    DomText(const char* text) : m_view(text == nullptr ? "" : text) {}
     DomText(const CString& text) : m_view(text.View()) {}
     DomText(const std::string& text) : m_view(text) {}
-    DomText(std::string_view text) : m_view(text) {}
+    DomText(std::string_view text) : m_view(text.empty() ? "" : text) {}
 
     std::string_view View() const { return m_view; }
 
 private:
-    std::string_view m_view;
+    // Never without a place, not even when empty.
+    std::string_view m_view = "";
 };

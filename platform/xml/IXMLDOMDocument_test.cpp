@@ -628,6 +628,8 @@ TEST_F(Encoded, Latin1AndItsCousinAreConverted) {
     EXPECT_EQ(document->text(), "\xC3\xA9\xC2\x80");
     ASSERT_TRUE(Load("<?xml version='1.0' encoding='windows-1252'?><r>\xE9\x80</r>")) << Reason();
     EXPECT_EQ(document->text(), "\xC3\xA9\xE2\x82\xAC");
+    ASSERT_TRUE(Load("<?xml version='1.0' encoding='Latin1'?><r>\xE9</r>")) << Reason();
+    EXPECT_EQ(document->text(), "\xC3\xA9");
     EXPECT_FALSE(Load("<?xml version='1.0' encoding='windows-1252'?><r>\x81</r>"));
     EXPECT_THAT(Reason(), HasSubstr("no meaning"));
 }
