@@ -20,6 +20,7 @@
 #include <platform/base/Types.h>
 #include <platform/object/CInvalidArgException.h>
 #include <platform/object/CMemoryException.h>
+#include <platform/text/LargeBlock.h>
 
 /// Memory of the framework's strings: running out raises the memory exception.
 template <class T>
@@ -31,11 +32,19 @@ struct StringAllocator {
     StringAllocator(const StringAllocator<U>&) noexcept {}
 
     T* allocate(std::size_t count) {
-        void* block = ::operator new(count * sizeof(T), std::nothrow);
+        const std::size_t bytes = count * sizeof(T);
+        void* block = bytes < kLargeBlockBytes ? ::operator new(bytes, std::nothrow)
+                                               : AllocateLargeBlock(bytes);
         if (block == nullptr) AfxThrowMemoryException();
         return static_cast<T*>(block);
     }
-    void deallocate(T* block, std::size_t) noexcept { ::operator delete(block); }
+    void deallocate(T* block, std::size_t count) noexcept {
+        if (count * sizeof(T) < kLargeBlockBytes) {
+            ::operator delete(block);
+        } else {
+            FreeLargeBlock(block);
+        }
+    }
 
     friend bool operator==(const StringAllocator&, const StringAllocator&) { return true; }
 };
