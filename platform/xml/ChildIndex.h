@@ -90,6 +90,7 @@ public:
     ChildIndex* Recent(pugi::xml_node parent);
     /// The index of `parent`, made if there is none.
     ChildIndex& Of(pugi::xml_node parent, pugi::xml_node end);
+    bool IsEmpty() const { return m_indexes.empty(); }
     /// Forgets `parent`.
     void Drop(pugi::xml_node parent);
     void Clear();

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <bit>
-#include <cstring>
 #include <string_view>
 
 #include <pugixml.hpp>
@@ -25,10 +24,13 @@ inline bool IsNull(pugi::xml_node node) {
     return RawNode(node) == nullptr;
 }
 
-/// Whether the zero-ended `tag` is `name`.
+/// Whether the zero-ended `tag` is `name`. Tags are short: a call would cost more.
 inline bool EqualsName(const char* tag, std::string_view name) {
-    if (name.empty()) return *tag == 0;
-    return std::strncmp(tag, name.data(), name.size()) == 0 && tag[name.size()] == 0;
+    for (const char byte : name) {
+        if (*tag != byte || byte == 0) return false;
+        ++tag;
+    }
+    return *tag == 0;
 }
 
 inline bool IsElement(pugi::xml_node node) {

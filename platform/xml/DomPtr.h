@@ -98,6 +98,13 @@ public:
     /// A value that is the same for all handles of one node; null for a null handle.
     const void* Identity() const { return m_object.m_node; }
 
+protected:
+    /// Makes a handle that is still null one on the node of a handle of another kind.
+    template <class Other>
+    void BindTo(const DomPtr<Other>& other) {
+        Bind(other.m_object.m_counts, other.m_object.m_node);
+    }
+
 private:
     template <class>
     friend class DomPtr;

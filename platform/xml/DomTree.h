@@ -78,6 +78,9 @@ public:
     void Place(pugi::xml_node parent, pugi::xml_node child, pugi::xml_node before,
                pugi::xml_node leaving);
     void Detach(pugi::xml_node node);
+    /// Puts a text into an element that is empty; false if `parent` is no such element, or
+    /// the text is empty.
+    bool SetFirstContent(pugi::xml_node parent, std::string_view text);
     /// Replaces the content of an element by one text.
     void SetContent(pugi::xml_node element, std::string_view text);
     /// @}
@@ -105,8 +108,6 @@ private:
     pugi::xml_node EndOf(pugi::xml_node parent) const {
         return SameNode(parent, m_document) ? m_holder : pugi::xml_node();
     }
-    void CheckPlace(pugi::xml_node parent, pugi::xml_node child, pugi::xml_node before,
-                    pugi::xml_node leaving) const;
     void CheckTopLevel(pugi::xml_node child, pugi::xml_node before, pugi::xml_node leaving) const;
     void CheckElementTop(pugi::xml_node leaving) const;
     pugi::xml_node MakeChild(pugi::xml_node parent, pugi::xml_node_type type);

@@ -6,6 +6,11 @@
 
 namespace {
 
+constexpr const char* kNoParent = "Only elements and documents have children.";
+constexpr const char* kTextOutside = "A text cannot stand outside the root element.";
+constexpr const char* kDeclarationInside =
+    "An XML declaration can only stand at the very start of a document.";
+
 [[noreturn]] void Refused(const char* reason) {
     _com_raise_error(E_INVALIDARG, reason);
 }
@@ -17,6 +22,13 @@ bool SetName(pugi::xml_node node, std::string_view name) {
     std::memcpy(few, name.data(), name.size());
     few[name.size()] = 0;
     return node.set_name(few);
+}
+
+// Why the parser's library did not move `child`.
+[[noreturn]] void RefuseMove(pugi::xml_node parent, pugi::xml_node child) {
+    if (child.type() == pugi::node_document) Refused("A document cannot be a child.");
+    if (!IsElement(parent) && parent.type() != pugi::node_document) Refused(kNoParent);
+    Refused("A node cannot stand below itself.");
 }
 
 // Names and fills a new node; takes it away again without memory.
@@ -63,36 +75,25 @@ pugi::xml_node DomTree::NewChild(pugi::xml_node parent, pugi::xml_node_type type
 }
 
 pugi::xml_node DomTree::MakeChild(pugi::xml_node parent, pugi::xml_node_type type) {
-    if (IsElement(parent)) return parent.append_child(type);
-    if (!SameNode(parent, m_document)) Refused("Only elements and documents have children.");
-    if (type != pugi::node_element) Refused("A text cannot stand outside the root element.");
+    if (!SameNode(parent, m_document)) {
+        const pugi::xml_node child = parent.append_child(type);
+        if (IsNull(child) && !IsElement(parent)) Refused(kNoParent);
+        return child;
+    }
+    if (type != pugi::node_element) Refused(kTextOutside);
     CheckElementTop({});
     return m_document.insert_child_before(type, m_holder);
 }
 
-void DomTree::CheckPlace(pugi::xml_node parent, pugi::xml_node child, pugi::xml_node before,
-                         pugi::xml_node leaving) const {
-    CheckCurrent(parent);
-    CheckCurrent(child);
-    if (child.type() == pugi::node_document) Refused("A document cannot be a child.");
-    if (SameNode(parent, m_document)) {
-        CheckTopLevel(child, before, leaving);
-    } else if (!IsElement(parent)) {
-        Refused("Only elements and documents have children.");
-    } else if (IsDeclaration(child)) {
-        Refused("An XML declaration can only stand at the very start of a document.");
-    }
-}
-
 void DomTree::CheckTopLevel(pugi::xml_node child, pugi::xml_node before,
                             pugi::xml_node leaving) const {
-    if (IsTextType(child.type())) Refused("A text cannot stand outside the root element.");
+    if (IsTextType(child.type())) Refused(kTextOutside);
     if (IsElement(child) && !SameNode(child, DocumentElement())) CheckElementTop(leaving);
     const pugi::xml_node first = FirstChild(m_document);
     const bool atStart = IsNull(before) ? IsNull(first) : SameNode(before, first);
     const bool declared = !IsNull(first) && IsDeclaration(first) && !SameNode(first, leaving);
     if (IsDeclaration(child) ? !atStart || declared : atStart && declared) {
-        Refused("An XML declaration can only stand at the very start of a document.");
+        Refused(kDeclarationInside);
     }
 }
 
@@ -105,14 +106,19 @@ void DomTree::CheckElementTop(pugi::xml_node leaving) const {
 
 void DomTree::Place(pugi::xml_node parent, pugi::xml_node child, pugi::xml_node before,
                     pugi::xml_node leaving) {
-    CheckPlace(parent, child, before, leaving);
+    CheckCurrent(parent);
+    CheckCurrent(child);
+    if (SameNode(parent, m_document)) {
+        CheckTopLevel(child, before, leaving);
+    } else if (IsDeclaration(child)) {
+        Refused(kDeclarationInside);
+    }
     if (SameNode(child, before)) return;
-    const pugi::xml_node from = child.parent();
+    const pugi::xml_node from = m_indexes.IsEmpty() ? pugi::xml_node() : child.parent();
     const pugi::xml_node place = IsNull(before) ? EndOf(parent) : before;
     const pugi::xml_node moved =
         IsNull(place) ? parent.append_move(child) : parent.insert_move_before(child, place);
-    // What goes wrong after all the checks is a circle.
-    if (IsNull(moved)) Refused("A node cannot stand below itself.");
+    if (IsNull(moved)) RefuseMove(parent, child);
     m_indexes.Drop(from);
     if (!IsNull(before)) m_indexes.Drop(parent);
 }
@@ -125,16 +131,24 @@ void DomTree::Detach(pugi::xml_node node) {
     m_indexes.Drop(from);
 }
 
+bool DomTree::SetFirstContent(pugi::xml_node parent, std::string_view text) {
+    CheckCurrent(parent);
+    if (SameNode(parent, m_document) || text.empty()) return false;
+    if (!IsNull(parent.first_child())) return false;
+    const pugi::xml_node child = parent.append_child(pugi::node_pcdata);
+    if (IsNull(child) && !IsElement(parent)) return false;
+    Filled(child, {}, text);
+    return true;
+}
+
 void DomTree::SetContent(pugi::xml_node element, std::string_view text) {
     CheckCurrent(element);
     pugi::xml_node first = element.first_child();
-    const bool singleText =
-        first.type() == pugi::node_pcdata && IsNull(first.next_sibling()) && !text.empty();
-    if (!singleText) {
-        for (; !IsNull(first); first = element.first_child()) Detach(first);
-        if (text.empty()) return;
-        Filled(element.append_child(pugi::node_pcdata), {}, text);
+    const bool singleText = first.type() == pugi::node_pcdata && IsNull(first.next_sibling());
+    if (singleText && !text.empty()) {
+        CheckDomMemory(first.set_value(text.data(), text.size()));
         return;
     }
-    CheckDomMemory(first.set_value(text.data(), text.size()));
+    for (; !IsNull(first); first = element.first_child()) Detach(first);
+    SetFirstContent(element, text);
 }

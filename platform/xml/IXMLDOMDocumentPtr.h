@@ -5,6 +5,7 @@
 
 #include <platform/xml/DomPtr.h>
 #include <platform/xml/IXMLDOMDocument.h>
+#include <platform/xml/IXMLDOMNodePtr.h>
 
 /// A counted handle on a document. See `DomPtr` for what handles do.
 class ZTP_API IXMLDOMDocumentPtr : public DomPtr<IXMLDOMDocument> {
@@ -17,3 +18,7 @@ public:
     /// A new, empty document. Without memory `_com_error` with `E_OUTOFMEMORY`.
     [[nodiscard]] static IXMLDOMDocumentPtr CreateInstance();
 };
+
+inline IXMLDOMNodePtr::IXMLDOMNodePtr(const IXMLDOMDocumentPtr& document) {
+    BindTo(document);
+}

@@ -5,6 +5,7 @@
 
 #include <platform/xml/DomPtr.h>
 #include <platform/xml/IXMLDOMElement.h>
+#include <platform/xml/IXMLDOMNodePtr.h>
 
 /// A counted handle on an element of a document. See `DomPtr` for what handles do.
 class ZTP_API IXMLDOMElementPtr : public DomPtr<IXMLDOMElement> {
@@ -15,3 +16,7 @@ public:
     /// interface that it lacks is not a failure.
     IXMLDOMElementPtr(const IXMLDOMNodePtr& node);
 };
+
+inline IXMLDOMNodePtr::IXMLDOMNodePtr(const IXMLDOMElementPtr& element) {
+    BindTo(element);
+}

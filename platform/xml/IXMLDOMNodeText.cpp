@@ -61,9 +61,11 @@ CString IXMLDOMNode::text() const {
 
 void IXMLDOMNode::put_text(DomText text) const {
     const pugi::xml_node node = NodeOf(m_node);
-    if (!IsElement(node)) return put_nodeValue(text);
+    DomTree& tree = DomAccess::Tree(*this);
     CheckDomText(text.View());
-    DomAccess::Tree(*this).SetContent(node, text.View());
+    if (tree.SetFirstContent(node, text.View())) return;
+    if (!IsElement(node)) return put_nodeValue(text);
+    tree.SetContent(node, text.View());
 }
 
 void IXMLDOMNode::put_nodeValue(DomText value) const {

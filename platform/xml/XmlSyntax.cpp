@@ -149,17 +149,29 @@ private:
 
     std::string_view Name(const char* reason) {
         const char* start = m_at;
-        if (!HasXmlClass(*m_at, kXmlNameStart)) FailHere(reason);
+        if (!HasXmlClass(*start, kXmlNameStart)) FailHere(reason);
+        // A place of its own spares the loop the way through memory.
+        const char* at = start;
         unsigned char high = 0;
         do {
-            high = static_cast<unsigned char>(high | static_cast<unsigned char>(*m_at));
-            ++m_at;
-        } while (HasXmlClass(*m_at, kXmlNamePart));
-        const std::string_view name(start, static_cast<std::size_t>(m_at - start));
+            high = static_cast<unsigned char>(high | static_cast<unsigned char>(*at));
+            ++at;
+        } while (HasXmlClass(*at, kXmlNamePart));
+        m_at = at;
+        const std::string_view name(start, static_cast<std::size_t>(at - start));
         if (high >= 0x80 && !IsXmlName(name)) {
             Fail(start, "A name has a character that names cannot have.");
         }
         return name;
+    }
+
+    // Whether `</name>` stands here.
+    bool IsPlainEndTag(std::string_view name) const {
+        const char* at = m_at + 2;
+        for (const char byte : name) {
+            if (*at++ != byte) return false;
+        }
+        return *at == '>';
     }
 
     void StartTag() {
@@ -233,10 +245,17 @@ private:
     }
 
     void EndTag() {
+        if (m_open.empty()) Fail(m_at, "An end tag has no start tag.");
+        const std::string_view open = m_open.back();
+        if (!IsPlainEndTag(open)) return OtherEndTag(open);
+        m_at += open.size() + 3;
+        m_open.pop_back();
+    }
+
+    // An end tag with white space or with a wrong name.
+    void OtherEndTag(std::string_view open) {
         const char* start = m_at;
         m_at += 2;
-        if (m_open.empty()) Fail(start, "An end tag has no start tag.");
-        const std::string_view open = m_open.back();
         const std::string_view name = Name("The name of an end tag must follow '</'.");
         // A name that the end of the text cut off is no wrong name.
         if (name != open && m_at != m_end) {
@@ -319,19 +338,20 @@ private:
 
     // Up to the next byte that means something in a text.
     void SkipPlainText() {
-        for (; m_end - m_at >= static_cast<std::ptrdiff_t>(sizeof(__m128i));
-             m_at += sizeof(__m128i)) {
-            const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(m_at));
+        const char* at = m_at;
+        for (; m_end - at >= static_cast<std::ptrdiff_t>(sizeof(__m128i)); at += sizeof(__m128i)) {
+            const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
             const __m128i stops =
                 _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(block, _mm_set1_epi8('<')),
                                           _mm_cmpeq_epi8(block, _mm_set1_epi8('&'))),
                              _mm_cmpeq_epi8(block, _mm_set1_epi8(']')));
             const auto mask = static_cast<unsigned>(_mm_movemask_epi8(stops));
             if (mask == 0) continue;
-            m_at += std::countr_zero(mask);
+            m_at = at + std::countr_zero(mask);
             return;
         }
-        while (*m_at != '<' && *m_at != '&' && *m_at != ']' && *m_at != 0) ++m_at;
+        while (*at != '<' && *at != '&' && *at != ']' && *at != 0) ++at;
+        m_at = at;
     }
 
     void Reference() {
