@@ -23,6 +23,7 @@
 #include <zt/frame/ZTObject.h>
 #include <zt/numerics/Constants.h>
 #include <zt/numerics/DoubleZT.h>
+#include <zt/numerics/S1.h>
 #include <zt/numerics/ScalarFunctions.h>
 #include <zt/numerics/SolveNl.h>
 #include <zt/persist/PC.h>

@@ -66,7 +66,7 @@ public:
     /// Brings the angle into the canonical interval.
     ///
     /// The angle is divided by `zPi` and the fraction multiplied by it again, so that the
-    /// last bits may change even if the angle is canonical already. An angle of more than
+    /// last bit may change even if the angle is canonical already. An angle of more than
     /// 2^31 half turns gives a defined angle without a meaning.
     void Factor() { m_angle = Factored(m_angle); }
 
@@ -112,19 +112,18 @@ public:
     /// fewer than two points gets it at the tail, and so does one whose gap between tail and
     /// head takes it.
     ///
-    /// If no gap takes the point it is dropped, silently: out of a list that is not in order,
-    /// but also if it lies less than the tolerance above a point of the list and that point
-    /// is met as a predecessor only.
+    /// A point that no gap takes is dropped, silently: out of a list that is not in order, and
+    /// also out of one that is, if it lies about the tolerance after a point of the list.
     void InsertSorted(CList<S1, S1>& list) const;
 
     /// @}
     /// @name Reduction
     /// These run `Factor` twice. The second pass does not move the angle to another interval,
-    /// but it may change the last bits.
+    /// but it may change the last bits; a third changes nothing.
     /// @{
 
     /// The canonical form of an angle.
-    static double Factorize(double a) { return Factored(Factored(a)); }
+    static double Factorize(double a) { return FactoredAgain(Factored(a)); }
 
     /// The canonical form of an angle in degrees.
     static double FactorizeDeg(double a) { return Factorize(a * zRadPerDeg) * zDegPerRad; }
@@ -235,8 +234,12 @@ public:
     /// @}
 
 private:
-    // One pass of Factor.
+    // One pass of Factor, and the next, for which no half turn is left to take off.
     static double Factored(double angle);
+    static double FactoredAgain(double angle) {
+        const double rest = angle / zPi * zPi;
+        return zToler > std::fabs(rest + zPi) ? zPi : rest;
+    }
     static double FactoredFar(double angle);
     static double FromHalfTurns(bool odd, double rest);
 
@@ -246,10 +249,13 @@ private:
     static bool IsAtSeam(double a) { return zSeamBand > std::fabs(std::fabs(a) - zPi); }
 };
 
+// Without a branch on whether the half turns are odd, which is seldom foreseeable. Adding
+// -0.0 changes no number.
 inline double S1::FromHalfTurns(bool odd, double rest) {
-    if (!odd) return zToler > std::fabs(rest + zPi) ? zPi : rest;
-    if (zToler > std::fabs(rest)) return zPi;
-    return rest > 0 ? rest - zPi : zPi + rest;
+    const double fromMinusPi = rest + (odd ? -0.0 : zPi);
+    if (zToler > std::fabs(fromMinusPi)) [[unlikely]]
+        return zPi;
+    return rest + (odd ? std::copysign(zPi, -rest) : -0.0);
 }
 
 inline double S1::Factored(double angle) {
