@@ -28,7 +28,7 @@
 /// number of attributes or length of a text other than memory; a load takes memory in
 /// proportion to the size of the text (up to about thirty times, for a text of the
 /// smallest elements), so whoever reads from strangers limits the size of what is
-/// read. Saving never writes through half a file. Time grows in proportion to the
+/// read. Saving never leaves half a file behind. Time grows in proportion to the
 /// size of the text, and for a tag with very many attributes a little faster.
 
 #pragma once

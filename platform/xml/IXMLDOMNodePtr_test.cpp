@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
 
+#include <string>
 #include <type_traits>
 #include <utility>
 
@@ -117,6 +119,30 @@ TEST(IXMLDOMNodePtr, DetachedNodesLiveAsLongAsAHandle) {
     EXPECT_FALSE(inner->parentNode()->parentNode());
     root->appendChild(inner->parentNode());
     EXPECT_EQ(document->xml(), "<a><b><c>deep</c></b></a>");
+}
+
+TEST(IXMLDOMNodePtr, NodesThatNobodyCanReachGiveTheirMemoryBack) {
+    const IXMLDOMDocumentPtr document = DocumentOf("<r/>");
+    const std::string text(1000, 'x');
+    const auto change = [&] {
+        document->createElement("dropped")->put_text(text);
+        document->documentElement()->appendElement("removed")->put_text(text);
+        document->documentElement()->removeChild(document->documentElement()->lastChild());
+        document->loadXML("<r><a/></r>");
+    };
+    change();
+    const std::size_t before = ::mallinfo2().uordblks;
+    for (int i = 0; i < 10000; ++i) change();
+    EXPECT_LT(::mallinfo2().uordblks, before + 1000000);
+    EXPECT_EQ(document->xml(), "<r><a/></r>");
+}
+
+TEST(IXMLDOMNodePtr, AHandleOnOneDetachedNodeKeepsIt) {
+    const IXMLDOMDocumentPtr document = DocumentOf("<r/>");
+    const IXMLDOMElementPtr kept = document->createElement("kept");
+    kept->put_text("text");
+    for (int i = 0; i < 100; ++i) document->createElement("dropped");
+    EXPECT_EQ(kept->xml(), "<kept>text</kept>");
 }
 
 }  // namespace
