@@ -29,3 +29,4 @@
 #include <zt/persist/PC.h>
 #include <zt/persist/PCExBase.h>
 #include <zt/ranges/RangeR1.h>
+#include <zt/ranges/RangeS1.h>
