@@ -4,6 +4,25 @@
 #include <platform/modules/ModuleHandle.h>
 #include <zt/frame/LibraryStart.h>
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+// While it is set, no memory is left for those who ask without an exception.
+bool noMemory = false;
+
+}  // namespace
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    if (noMemory) return nullptr;
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
 
 namespace ZT {
 namespace {
@@ -36,6 +55,40 @@ TEST(LibraryStart, FirstCallJoinsTheChainAndASecondDoesNothing) {
     InitBedrockDll();
     EXPECT_EQ(CountLinks(), 1);
     EXPECT_EQ(AfxGetModuleState()->m_libraryList.GetHead(), link);
+}
+
+[[noreturn]] void StartWithoutMemory() {
+    noMemory = true;
+    InitBedrockDll();
+    noMemory = false;
+    const bool linked = CountLinks() != 0;
+    InitBedrockDll();
+    std::_Exit(linked || CountLinks() != 0 ? 1 : 0);
+}
+
+TEST(LibraryStart, WithoutMemoryForTheLinkNoLaterCallTriesAgain) {
+    // A process that begins anew: in this one the library may have joined already.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(StartWithoutMemory(), testing::ExitedWithCode(0), "");
+}
+
+// Tells on standard error when it ends.
+struct WatchedLink : CDynLinkLibrary {
+    WatchedLink(HMODULE module, const char* name)
+        : CDynLinkLibrary(module, nullptr), m_name(name) {}
+    ~WatchedLink() override { std::fprintf(stderr, "<%s ended>", m_name); }
+
+    const char* m_name;
+};
+
+[[noreturn]] void EndWithWatchedLinks() {
+    new WatchedLink(Library(), "own");
+    new WatchedLink(GetModuleHandle(nullptr), "other");
+    std::exit(0);
+}
+
+TEST(LibraryStart, EndOfTheLibraryEndsItsLinksAndNoOthers) {
+    EXPECT_EXIT(EndWithWatchedLinks(), testing::ExitedWithCode(0), "^<own ended>$");
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ namespace ZT {
 
 /// Carries an object through layers that must not know its class. The object is not
 /// owned.
-class OW {
+class ZT_API OW {
 public:
     /// The kind of the object as the wrapper sees it. Other values belong to the modules.
     enum EType : std::int32_t {

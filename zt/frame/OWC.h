@@ -9,7 +9,7 @@ namespace ZT {
 
 /// Carries an object, its type and two bytes of flags through layers that must not know
 /// its class. The object is not owned; the flags are the modules'.
-class OWC {
+class ZT_API OWC {
 public:
     /// No object, type and flags 0.
     OWC() = default;

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <zt/frame/PwException.h>
+#include <cstddef>
 #include <string>
 
 namespace ZT {
@@ -12,6 +13,12 @@ struct Watched : PwException {
     using PwException::PwException;
     ~Watched() override { ++destroyed; }
 };
+
+TEST(PwException, TextIsItsOnlyField) {
+    EXPECT_EQ(sizeof(PwException::m_szMessage), 50u);
+    EXPECT_EQ(offsetof(PwException, m_szMessage), sizeof(void*) + sizeof(BOOL));
+    EXPECT_EQ(sizeof(PwException), 64u);
+}
 
 TEST(PwException, DefaultMessageIsEmpty) {
     const PwException e;
@@ -29,7 +36,6 @@ TEST(PwException, CarriesItsText) {
 }
 
 TEST(PwException, CutsTheTextAt49Bytes) {
-    EXPECT_EQ(sizeof(PwException::m_szMessage), 50u);
     const std::string exact(49, 'x');
     EXPECT_EQ(PwException(exact.c_str()).m_szMessage, exact);
     const std::string longer(50, 'x');

@@ -2,6 +2,7 @@
 
 #include <zt/frame/StateBedrock.h>
 #include <string>
+#include <type_traits>
 
 namespace ZT {
 namespace {
@@ -43,6 +44,15 @@ TEST_F(StateBedrockTest, BeginsUnknownOpenUncountedAndWithoutHandler) {
     EXPECT_FALSE(kNetAtLoad);
     EXPECT_EQ(kCounterAtLoad, 0u);
     EXPECT_FALSE(kHandlerAtLoad);
+}
+
+TEST_F(StateBedrockTest, MembersHaveTheirTypesAndAnObjectHoldsNone) {
+    static_assert(std::is_same_v<decltype(StateBedrock::m_tri), ETri>);
+    static_assert(std::is_same_v<decltype(StateBedrock::m_bNet), bool>);
+    static_assert(std::is_same_v<decltype(StateBedrock::m_uNique), std::uint64_t>);
+    static_assert(std::is_same_v<decltype(StateBedrock::m_pAssert),
+                                 bool (*)(const char*, const char*, std::int32_t)>);
+    static_assert(std::is_empty_v<StateBedrock>);
 }
 
 TEST_F(StateBedrockTest, FlagIsTwoValuedOnceSet) {

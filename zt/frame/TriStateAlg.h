@@ -10,7 +10,7 @@ namespace ZT {
 
 /// Static operations on `ETri`. A value that is neither -1 nor 1 counts as `eFalse`
 /// everywhere.
-class TriStateAlg {
+class ZT_API TriStateAlg {
 public:
     /// -1 gives `eUnknown`, 1 gives `eTrue`, every other number `eFalse`.
     static constexpr ETri IntToNik(int value) {
@@ -33,7 +33,7 @@ public:
     static constexpr void Inverse(ETri& value) { value = Not(value); }
 
     /// The name of the value: "eUnknown", "eTrue" or "eFalse".
-    ZT_API static CString ToString(ETri value);
+    static CString ToString(ETri value);
 };
 
 }  // namespace ZT

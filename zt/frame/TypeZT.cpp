@@ -55,6 +55,8 @@ constexpr const char* kNames[] = {
 
 }  // namespace
 
+const unsigned char TypeZT::m_countCategory;
+
 CString TypeZT::EObjectTypeToString(EObjectType t) {
     const bool known = t >= 0 && t < static_cast<int>(std::size(kNames));
     return kNames[known ? t : eObjTypeNULL];

@@ -13,8 +13,8 @@ namespace ZT {
 /// to the modules; all 0 says nothing.
 class ZT_API TypeZT {
 public:
-    /// The number of levels.
-    static constexpr unsigned char m_countCategory = 4;
+    /// The number of levels; a constant of the library that clients link to.
+    static const unsigned char m_countCategory = 4;
 
     /// All four bytes 0.
     TypeZT() = default;

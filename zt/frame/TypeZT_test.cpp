@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
+#include <platform/modules/ModuleHandle.h>
 #include <zt/frame/TypeZT.h>
 #include <type_traits>
 
@@ -70,6 +71,14 @@ TEST(TypeZT, IsFourBytes) {
     EXPECT_EQ(TypeZT::m_countCategory, 4);
     static_assert(std::is_same_v<decltype(TypeZT::m_countCategory), const unsigned char>);
     static_assert(std::is_trivially_copyable_v<TypeZT>);
+}
+
+TEST(TypeZT, NumberOfLevelsIsExportedByTheLibrary) {
+    const HMODULE library =
+        AfxModuleFromAddress(reinterpret_cast<const void*>(&TypeZT::EObjectTypeToString));
+    const void* const count = GetProcAddress(library, "_ZN2ZT6TypeZT15m_countCategoryE");
+    ASSERT_NE(count, nullptr);
+    EXPECT_EQ(*static_cast<const unsigned char*>(count), 4);
 }
 
 TEST(TypeZT, BeginsWithZeros) {
