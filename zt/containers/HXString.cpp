@@ -289,17 +289,21 @@ int HXString::ReplaceFrase(CString& s, const CString& first, const CString& seco
     const CString tail = second;
     const CString put = with;
     int count = 0;
+    int rest = -1;
     for (int place = s.Find(head, from); place >= 0; place = s.Find(head, place + 1)) {
         // The character after the first word is deliberately passed over unseen.
         const int gap = FirstNotIn(s, place + head.GetLength() + 1, kPhraseGaps);
         const std::optional<int> end =
             tail.IsEmpty() ? EndOfLonePhrase(s, gap) : EndOfPhrase(s, gap, tail);
         if (!end) continue;
-        Splice(s, place, std::max(*end - place, 0), put);
+        const int removed = std::max(*end - place, 0);
+        const int behind = s.GetLength() - place - removed;
+        // The same text behind two replacements would bring the same finds for ever.
+        if (behind == rest && !put.IsEmpty()) break;
+        Splice(s, place, removed, put);
         ++count;
-        // With nothing taken out, every further search would find the same again.
-        const bool endless = tail.IsEmpty() ? *end <= place : *end < place;
-        if (endless && !put.IsEmpty()) break;
+        // Before that, the start of the text may still change what is found.
+        rest = place >= tail.GetLength() ? behind : -1;
     }
     return count;
 }

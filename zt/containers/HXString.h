@@ -146,14 +146,15 @@ public:
     /// separators behind it, the one character after them, and separators again; where the
     /// text ends with that, its last character stays.
     ///
-    /// Each search goes on one place after the last one's find, also inside of what was
-    /// put in: a `with` that brings forth the same phrase again, behind its own first
-    /// character, never ends.
-    ///
     /// When nothing but separators follows `first`, `second` is looked for at the
     /// beginning of the text, and the phrase ends there. If that lies before `first`,
-    /// `with` is put in before `first` and nothing is taken out; a `with` that is not
-    /// empty then ends the walk.
+    /// `with` is put in before `first` and nothing is taken out.
+    ///
+    /// Each search goes on one place after the last one's find, also inside of what was
+    /// put in. A replacement that would leave the same text behind it as the one before,
+    /// and so be made for ever, is not made and ends the walk. Beware of a `with` that
+    /// holds the phrase itself behind its first character: where each replacement leaves
+    /// more behind it than the one before, the text grows until memory runs out.
     static int ReplaceFrase(CString& s, const CString& first, const CString& second,
                             const CString& with, int from);
 

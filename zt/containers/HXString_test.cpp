@@ -6,6 +6,7 @@
 #include <platform/text/CStringArray.h>
 #include <zt/containers/HXString.h>
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <string>
 #include <type_traits>
@@ -785,13 +786,85 @@ TEST_F(HXStringReplaceFrase, WhenTheTextRunsOutTheSecondWordIsComparedWithTheSta
     EXPECT_EQ(s, "ab,");
 }
 
-TEST_F(HXStringReplaceFrase, PhraseEndBeforeItsBeginningTakesNothingOutAndEndsTheWalk) {
+TEST_F(HXStringReplaceFrase, PhraseEndBeforeItsBeginningTakesNothingOutAndIsNotRepeated) {
     EXPECT_EQ(Run("a, b", "b", "a,", "x"), 1);
     EXPECT_EQ(s, "a, xb");
     EXPECT_EQ(Run("one two", "two", "", "x"), 1);
     EXPECT_EQ(s, "one xtwo");
     EXPECT_EQ(Run("two", "two", "", "x"), 1);
     EXPECT_EQ(s, "xtwo");
+}
+
+TEST_F(HXStringReplaceFrase, WalkGoesOnBehindAnInsertionWhileItFindsMore) {
+    // What was put in before "bb" makes a "bb" of its own together with it.
+    EXPECT_EQ(Run("cc bba", "bb", "", "-b"), 2);
+    EXPECT_EQ(s, "cc --ba");
+    // Its second word lies across the end of what was put in.
+    EXPECT_EQ(Run("a b, b,", "b", "a b,", "xb a ", 4), 2);
+    EXPECT_EQ(s, "a b, xxb a ");
+}
+
+TEST_F(HXStringReplaceFrase, ReplacementThatWouldBeMadeForEverEndsTheWalk) {
+    EXPECT_EQ(Run("one two", "two", "", "<two>"), 3);
+    EXPECT_EQ(s, "one <<<two>o");
+}
+
+// Where the phrase at `place` ends, as it is told; none when it is no match.
+std::optional<int> FraseEndStepByStep(const std::string& s, int place, const std::string& first,
+                                      const std::string& second) {
+    const std::string gaps = " ,.;\t\n\r";
+    const auto skip = [&](int from) {
+        return static_cast<int>(s.find_first_not_of(gaps, static_cast<std::size_t>(from)));
+    };
+    const int length = static_cast<int>(s.size());
+    const int q = skip(place + static_cast<int>(first.size()) + 1);
+    if (second.empty()) {
+        const int end = skip(q + 1);
+        return end < 0 ? length - 1 : end;
+    }
+    const int end = q + static_cast<int>(second.size());
+    if (s.substr(static_cast<std::size_t>(std::max(q, 0)), second.size()) != second) return {};
+    const bool bounded = end == length || gaps.find(s[static_cast<std::size_t>(end)]) != gaps.npos;
+    return bounded ? std::optional(end) : std::nullopt;
+}
+
+// The walk as it is told; none when it goes on behind 50 replacements.
+std::optional<int> ReplaceFraseStepByStep(std::string& s, const std::string& first,
+                                          const std::string& second, const std::string& with,
+                                          int from) {
+    int count = 0;
+    const auto find = [&](int start) {
+        return static_cast<int>(s.find(first, static_cast<std::size_t>(start)));
+    };
+    for (int place = find(from); place >= 0; place = find(place + 1)) {
+        const std::optional<int> end = FraseEndStepByStep(s, place, first, second);
+        if (!end) continue;
+        if (++count > 50) return {};
+        s.replace(static_cast<std::size_t>(place),
+                  static_cast<std::size_t>(std::max(*end - place, 0)), with);
+    }
+    return count;
+}
+
+TEST_F(HXStringReplaceFrase, AgreesWithTheWalkStepByStepWhereItEnds) {
+    const auto word = [](const char* alphabet, std::size_t longest) {
+        return std::string(SomeText(alphabet).View().substr(0, longest));
+    };
+    EXPECT_TRUE(rc::check([&] {
+        const std::string second = word("ab,", 3);
+        const std::string start = *rc::gen::element(second, std::string());
+        const std::string text = start + word("ab, ", 12);
+        const std::string first = *rc::gen::element<std::string>("b", "bb", "ab", ",", "a b");
+        const std::string with = word("ab,", 4);
+        const int from = *rc::gen::inRange(0, 6);
+
+        std::string expected = text;
+        const std::optional<int> count =
+            ReplaceFraseStepByStep(expected, first, second, with, from);
+        RC_PRE(count.has_value());
+        RC_ASSERT(Run(text.c_str(), first.c_str(), second.c_str(), with.c_str(), from) == *count);
+        RC_ASSERT(std::string(s.View()) == expected);
+    }));
 }
 
 TEST_F(HXStringReplaceFrase, NothingPutInWhereNothingIsTakenOutCountsEachPlace) {
