@@ -23,10 +23,15 @@
 #include <zt/frame/ZTObject.h>
 #include <zt/numerics/Constants.h>
 #include <zt/numerics/DoubleZT.h>
+#include <zt/numerics/Interpolator.h>
 #include <zt/numerics/S1.h>
 #include <zt/numerics/ScalarFunctions.h>
 #include <zt/numerics/SolveNl.h>
 #include <zt/persist/PC.h>
 #include <zt/persist/PCExBase.h>
+#include <zt/ranges/Grid1DLocation.h>
+#include <zt/ranges/MapAffine.h>
+#include <zt/ranges/RangePos.h>
 #include <zt/ranges/RangeR1.h>
 #include <zt/ranges/RangeS1.h>
+#include <zt/ranges/ZTPair.h>
