@@ -299,7 +299,7 @@ int HXString::ReplaceFrase(CString& s, const CString& first, const CString& seco
         const int removed = std::max(*end - place, 0);
         const int behind = s.GetLength() - place - removed;
         // The same text behind two replacements would bring the same finds for ever.
-        if (behind == rest && !put.IsEmpty()) break;
+        if (behind == rest) break;
         Splice(s, place, removed, put);
         ++count;
         // Before that, the start of the text may still change what is found.

@@ -337,6 +337,20 @@ TEST(HXStringFindWord, RejectedPlaceIsFollowedByTheNextOneOn) {
     EXPECT_EQ(HXString::FindWord("aaa aa", "aa", 0), 4);
 }
 
+TEST(HXStringFindWord, EachOfTheTwentySeparatorsBoundsAWordOnBothSides) {
+    for (const char c : std::string(" \n\t\r[]{}*+\\/()~,\"':;")) {
+        const CString s = CString("x") + c + "ab" + c + "x";
+        EXPECT_EQ(HXString::FindWord(s, "ab", 0), 2) << "separator " << c;
+        EXPECT_EQ(HXString::FindWordReverse(s, "ab", -1), 2) << "separator " << c;
+    }
+    for (const char c : std::string(".-_<>=!?|&#@$%^`")) {
+        EXPECT_EQ(HXString::FindWord(CString("x") + c + "ab", "ab", 0), -1) << "mark " << c;
+        EXPECT_EQ(HXString::FindWord(CString("ab") + c + "x", "ab", 0), -1) << "mark " << c;
+        EXPECT_EQ(HXString::FindWordReverse(CString("x") + c + "ab", "ab", -1), -1) << c;
+        EXPECT_EQ(HXString::FindWordReverse(CString("ab") + c + "x", "ab", -1), -1) << c;
+    }
+}
+
 TEST(HXStringFindWord, BeginsAtFrom) {
     EXPECT_EQ(HXString::FindWord("b b", "b", 1), 2);
     EXPECT_EQ(HXString::FindWord("b b", "b", 3), -1);
@@ -390,6 +404,12 @@ TEST(HXStringFindWordReverse, FindsTheLastWholeWordAtOrBeforeFrom) {
 TEST(HXStringFindWordReverse, NegativeFromMeansTheEnd) {
     EXPECT_EQ(HXString::FindWordReverse("b b", "b", -1), 2);
     EXPECT_EQ(HXString::FindWordReverse("", "b", -1), -1);
+}
+
+TEST(HXStringFindWordReverse, EmptyWordIsFoundFromTheLengthOnly) {
+    EXPECT_EQ(HXString::FindWordReverse("a ", "", 2), 2);
+    EXPECT_EQ(HXString::FindWordReverse("a ", "", -1), -1);
+    EXPECT_EQ(HXString::FindWordReverse("", "", 0), -1);
 }
 
 TEST(HXStringFindWordReverse, OccurrenceAtTheStartThatFailsAtItsEndEndsTheSearch) {
@@ -534,6 +554,20 @@ TEST(HXStringFindFraseReverse, FindsTheLastPhrase) {
 TEST(HXStringFindFraseReverse, AnyPhraseSeparatorsStandBetween) {
     EXPECT_EQ(HXString::FindFraseReverse("one ,.;\t\n\r two", "one", "two", -1), 0);
     EXPECT_EQ(HXString::FindFraseReverse("one * two", "one", "two", -1), -1);
+}
+
+TEST(HXStringFindFraseReverse, NoOtherWordSeparatorStandsBetween) {
+    for (const char c : std::string("[]{}*+\\/()~\"':")) {
+        const CString s = CString("one ") + c + " two";
+        EXPECT_EQ(HXString::FindFraseReverse(s, "one", "two", -1), -1) << "separator " << c;
+    }
+}
+
+TEST(HXStringFindFraseReverse, FirstWordIsBoundedByPhraseSeparatorsOnly) {
+    EXPECT_EQ(HXString::FindFraseReverse("(one two", "one", "two", -1), -1);
+    EXPECT_EQ(HXString::FindFraseReverse("(one two", "(one", "two", -1), 0);
+    EXPECT_EQ(HXString::FindFraseReverse(".one two", "one", "two", -1), 1);
+    EXPECT_EQ(HXString::FindFraseReverse("(two", "(", "two", -1), 0);
 }
 
 TEST(HXStringFindFraseReverse, BothWordsAreWhole) {
@@ -804,6 +838,12 @@ TEST_F(HXStringReplaceFrase, WalkGoesOnBehindAnInsertionWhileItFindsMore) {
     EXPECT_EQ(s, "a b, xxb a ");
 }
 
+TEST_F(HXStringReplaceFrase, SameTextBehindEndsTheWalkOnlyWhenTheStartOfTheTextIsBehindIt) {
+    // The first replacement changes the start, with which the second word is compared.
+    EXPECT_EQ(Run("ab,,", "", "ab,", "b"), 2);
+    EXPECT_EQ(s, "abb,,");
+}
+
 TEST_F(HXStringReplaceFrase, ReplacementThatWouldBeMadeForEverEndsTheWalk) {
     EXPECT_EQ(Run("one two", "two", "", "<two>"), 3);
     EXPECT_EQ(s, "one <<<two>o");
@@ -854,7 +894,7 @@ TEST_F(HXStringReplaceFrase, AgreesWithTheWalkStepByStepWhereItEnds) {
         const std::string second = word("ab,", 3);
         const std::string start = *rc::gen::element(second, std::string());
         const std::string text = start + word("ab, ", 12);
-        const std::string first = *rc::gen::element<std::string>("b", "bb", "ab", ",", "a b");
+        const std::string first = *rc::gen::element<std::string>("b", "bb", "ab", ",", "a b", "");
         const std::string with = word("ab,", 4);
         const int from = *rc::gen::inRange(0, 6);
 
@@ -884,8 +924,10 @@ TEST(HXStringPadRight, AppendsWhatLacksAndNeverShortens) {
     EXPECT_EQ(s, "ab...");
     HXString::PadRightMakeLength(s, 5, '.');
     HXString::PadRightMakeLength(s, 3, '.');
+    HXString::PadRightMakeLength(s, 6, '!');
+    EXPECT_EQ(s, "ab...!");
     HXString::PadRightMakeLength(s, -1, '.');
-    EXPECT_EQ(s, "ab...");
+    EXPECT_EQ(s, "ab...!");
 }
 
 TEST(HXStringTab, IndentsEachLineAndNotTheEnd) {
