@@ -103,7 +103,8 @@ function(zt_folder_programs prefix libraries)
         target_compile_definitions(${stem}_tests PRIVATE
           ZT_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
         add_test(NAME ${stem} COMMAND ${stem}_tests --gtest_brief=1)
-        set_tests_properties(${stem} PROPERTIES ENVIRONMENT "LOCPATH=${zt_locales}")
+        set_tests_properties(${stem} PROPERTIES ENVIRONMENT
+          "LOCPATH=${zt_locales};ASAN_OPTIONS=allocator_may_return_null=1")
       endif()
     endif()
     if(ZT_BUILD_BENCHMARKS)

@@ -31,6 +31,12 @@ void* operator new(std::size_t size) {
 void* operator new[](std::size_t size) {
     return Allocate(size);
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return Allocate(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return Allocate(size);
+}
 void operator delete(void* memory) noexcept {
     std::free(memory);
 }
@@ -272,10 +278,16 @@ TEST(HeapUse, ChangingRangesDoesNotAllocate) {
               0u);
 }
 
-TEST(HeapUse, StoringARangeDoesNotAllocate) {
+TEST(HeapUse, StoringAndLoadingARangeDoesNotAllocate) {
     CMemFile file;
-    CArchive archive(&file, CArchive::store);
     RangeR1 range(0.0, 1.0);
+    {
+        CArchive archive(&file, CArchive::store);
+        range.Serialize(archive);
+        EXPECT_EQ(AllocationsOf([&] { range.Serialize(archive); }), 0u);
+    }
+    file.SeekToBegin();
+    CArchive archive(&file, CArchive::load);
     range.Serialize(archive);
     EXPECT_EQ(AllocationsOf([&] { range.Serialize(archive); }), 0u);
 }
