@@ -10,7 +10,7 @@ install(TARGETS ${libraries} EXPORT ztbr64v5Targets
 foreach(folder zt platform sibling)
   install(DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}"
           DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/ztbr64v5"
-          FILES_MATCHING PATTERN "*.h" PATTERN "*_test.h" EXCLUDE)
+          FILES_MATCHING PATTERN "*.h" PATTERN "*_test.h" EXCLUDE PATTERN "detail" EXCLUDE)
 endforeach()
 install(EXPORT ztbr64v5Targets NAMESPACE ZT:: DESTINATION "${package_dir}")
 

@@ -1,6 +1,6 @@
-#include <platform/files/ArchiveObjects.h>
 #include <platform/files/CArchive.h>
 #include <platform/files/CFile.h>
+#include <platform/files/detail/ArchiveObjects.h>
 #include <platform/object/CException.h>
 #include <platform/object/CInvalidArgException.h>
 

@@ -3,8 +3,8 @@
 // for an object that was seen before. Numbers from 0x7FFF on do not fit: then the
 // tag is 0x7FFF, and 32 bits follow, with the highest set for a class.
 
-#include <platform/files/ArchiveObjects.h>
 #include <platform/files/CArchive.h>
+#include <platform/files/detail/ArchiveObjects.h>
 #include <platform/object/CInvalidArgException.h>
 #include <platform/object/CNotSupportedException.h>
 #include <platform/object/CObject.h>

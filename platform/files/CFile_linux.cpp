@@ -3,7 +3,7 @@
 
 #include <platform/files/CFile.h>
 #include <platform/files/CFileStatus.h>
-#include <platform/files/FileSharing.h>
+#include <platform/files/detail/FileSharing.h>
 
 #include <algorithm>
 #include <cerrno>

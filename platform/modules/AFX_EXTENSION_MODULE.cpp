@@ -1,6 +1,6 @@
 #include <platform/modules/AFX_EXTENSION_MODULE.h>
 #include <platform/modules/AFX_MODULE_STATE.h>
-#include <platform/modules/ModuleClasses.h>
+#include <platform/modules/detail/ModuleClasses.h>
 
 namespace {
 

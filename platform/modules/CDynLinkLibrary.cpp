@@ -1,6 +1,6 @@
 #include <platform/modules/AFX_MODULE_STATE.h>
 #include <platform/modules/CDynLinkLibrary.h>
-#include <platform/modules/ModuleClasses.h>
+#include <platform/modules/detail/ModuleClasses.h>
 #include <platform/object/CDumpContext.h>
 #include <platform/text/CString.h>
 

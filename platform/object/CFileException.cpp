@@ -1,5 +1,5 @@
 #include <platform/object/CFileException.h>
-#include <platform/object/CauseText.h>
+#include <platform/object/detail/CauseText.h>
 
 namespace {
 

@@ -1,5 +1,5 @@
 #include <platform/object/CMemoryException.h>
-#include <platform/object/StandingException.h>
+#include <platform/object/detail/StandingException.h>
 
 IMPLEMENT_DYNAMIC(CMemoryException, CSimpleException)
 

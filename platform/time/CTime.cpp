@@ -2,7 +2,7 @@
 #include <platform/object/CDumpContext.h>
 #include <platform/object/CInvalidArgException.h>
 #include <platform/time/CTime.h>
-#include <platform/time/CalendarTime.h>
+#include <platform/time/detail/CalendarTime.h>
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include <platform/xml/DomAttributes.h>
 
-#include <platform/xml/DomAccess.h>
+#include <platform/xml/detail/DomAccess.h>
 
 namespace {
 

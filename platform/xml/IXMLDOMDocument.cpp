@@ -4,11 +4,11 @@
 #include <string>
 
 #include <platform/com/ComError.h>
-#include <platform/xml/DomAccess.h>
-#include <platform/xml/DomChecks.h>
-#include <platform/xml/DomFile.h>
-#include <platform/xml/DomPrinter.h>
 #include <platform/xml/IXMLDOMElementPtr.h>
+#include <platform/xml/detail/DomAccess.h>
+#include <platform/xml/detail/DomChecks.h>
+#include <platform/xml/detail/DomFile.h>
+#include <platform/xml/detail/DomPrinter.h>
 
 namespace {
 

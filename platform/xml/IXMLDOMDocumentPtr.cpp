@@ -3,7 +3,7 @@
 #include <new>
 
 #include <platform/com/ComError.h>
-#include <platform/xml/DomAccess.h>
+#include <platform/xml/detail/DomAccess.h>
 
 IXMLDOMDocumentPtr::IXMLDOMDocumentPtr(const IXMLDOMNodePtr& node) {
     if (!node) return;

@@ -3,8 +3,8 @@
 #include <string>
 
 #include <platform/com/COleVariant.h>
-#include <platform/xml/DomAccess.h>
-#include <platform/xml/DomChecks.h>
+#include <platform/xml/detail/DomAccess.h>
+#include <platform/xml/detail/DomChecks.h>
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include <platform/xml/IXMLDOMElementPtr.h>
 
-#include <platform/xml/DomAccess.h>
+#include <platform/xml/detail/DomAccess.h>
 
 IXMLDOMElementPtr::IXMLDOMElementPtr(const IXMLDOMNodePtr& node) {
     if (!node || !IsElement(DomAccess::Node(*node))) return;

@@ -1,9 +1,9 @@
 #include <platform/com/ComError.h>
-#include <platform/xml/DomAccess.h>
-#include <platform/xml/DomChecks.h>
 #include <platform/xml/IXMLDOMDocumentPtr.h>
 #include <platform/xml/IXMLDOMElementPtr.h>
 #include <platform/xml/IXMLDOMNode.h>
+#include <platform/xml/detail/DomAccess.h>
+#include <platform/xml/detail/DomChecks.h>
 
 namespace {
 

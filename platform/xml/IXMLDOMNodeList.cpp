@@ -1,8 +1,8 @@
 #include <platform/xml/IXMLDOMNodeList.h>
 
-#include <platform/xml/DomAccess.h>
-#include <platform/xml/DomChecks.h>
 #include <platform/xml/IXMLDOMNodeListPtr.h>
+#include <platform/xml/detail/DomAccess.h>
+#include <platform/xml/detail/DomChecks.h>
 
 IXMLDOMNodeListPtr DomAccess::ElementsBelow(DomTree& tree, pugi::xml_node top,
                                             std::string_view name) {

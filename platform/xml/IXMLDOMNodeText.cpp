@@ -1,9 +1,9 @@
 #include <platform/com/COleVariant.h>
 #include <platform/com/ComError.h>
-#include <platform/xml/DomAccess.h>
-#include <platform/xml/DomChecks.h>
-#include <platform/xml/DomPrinter.h>
 #include <platform/xml/IXMLDOMNode.h>
+#include <platform/xml/detail/DomAccess.h>
+#include <platform/xml/detail/DomChecks.h>
+#include <platform/xml/detail/DomPrinter.h>
 
 namespace {
 

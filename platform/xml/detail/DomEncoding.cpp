@@ -1,4 +1,4 @@
-#include <platform/xml/DomEncoding.h>
+#include <platform/xml/detail/DomEncoding.h>
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,9 @@
-#include <platform/xml/DomPrinter.h>
+#include <platform/xml/detail/DomPrinter.h>
 
 #include <cstring>
 #include <string>
 
-#include <platform/xml/XmlSyntax.h>
+#include <platform/xml/detail/XmlSyntax.h>
 
 namespace {
 

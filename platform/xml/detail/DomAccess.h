@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
-#include <platform/xml/DomTree.h>
 #include <platform/xml/IXMLDOMNodeListPtr.h>
 #include <platform/xml/IXMLDOMNodePtr.h>
+#include <platform/xml/detail/DomTree.h>
 
 /// Takes handles apart and makes them.
 class DomAccess {

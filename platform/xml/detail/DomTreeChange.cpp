@@ -2,7 +2,7 @@
 #include <string>
 
 #include <platform/com/ComError.h>
-#include <platform/xml/DomTree.h>
+#include <platform/xml/detail/DomTree.h>
 
 namespace {
 

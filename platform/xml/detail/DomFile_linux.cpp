@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include <platform/xml/DomFile.h>
+#include <platform/xml/detail/DomFile.h>
 
 namespace {
 

@@ -11,12 +11,12 @@
 #include <pugixml.hpp>
 
 #include <platform/base/ResultCodes.h>
-#include <platform/xml/ChildIndex.h>
-#include <platform/xml/DomBuffer.h>
-#include <platform/xml/DomNodes.h>
 #include <platform/xml/DomPtr.h>
 #include <platform/xml/IXMLDOMParseError.h>
-#include <platform/xml/XmlSyntax.h>
+#include <platform/xml/detail/ChildIndex.h>
+#include <platform/xml/detail/DomBuffer.h>
+#include <platform/xml/detail/DomNodes.h>
+#include <platform/xml/detail/XmlSyntax.h>
 
 /// One document: the parser's tree with one more node at its end, the holder, under
 /// which all detached nodes stand. The holder is an element without a name, which no

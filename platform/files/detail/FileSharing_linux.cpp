@@ -6,7 +6,7 @@
 #include <fcntl.h>
 
 #include <platform/files/CFile.h>
-#include <platform/files/FileSharing.h>
+#include <platform/files/detail/FileSharing.h>
 
 #include <atomic>
 #include <cerrno>

@@ -1,4 +1,4 @@
-#include <platform/time/CalendarTime.h>
+#include <platform/time/detail/CalendarTime.h>
 
 namespace {
 

@@ -5,8 +5,8 @@
 
 #include <optional>
 
-#include <platform/xml/DomBuffer.h>
-#include <platform/xml/XmlSyntax.h>
+#include <platform/xml/detail/DomBuffer.h>
+#include <platform/xml/detail/XmlSyntax.h>
 
 /// Brings the bytes of a document to UTF-8, in `text` itself, by its byte order mark
 /// and its declaration. A fault says that the bytes contradict their declaration, or

@@ -1,4 +1,4 @@
-#include <platform/xml/XmlCharacters.h>
+#include <platform/xml/detail/XmlCharacters.h>
 
 #include <emmintrin.h>
 

@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-#include <platform/xml/DomTree.h>
+#include <platform/xml/detail/DomTree.h>
 
 /// Takes the pieces of a printed text.
 class DomSink {

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <string>
 
-#include <platform/xml/DomBuffer.h>
+#include <platform/xml/detail/DomBuffer.h>
 
 /// Reads a whole file; 0, or the system's error number.
 int ReadDomFile(const char* path, DomBuffer& content);

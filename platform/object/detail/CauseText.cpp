@@ -1,4 +1,4 @@
-#include <platform/object/CauseText.h>
+#include <platform/object/detail/CauseText.h>
 
 std::string CauseText(std::span<const LPCSTR> texts, INT cause, INT fallback, LPCSTR name,
                       LPCSTR kind) {

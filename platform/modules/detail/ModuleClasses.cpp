@@ -1,5 +1,5 @@
 #include <platform/modules/AFX_MODULE_STATE.h>
-#include <platform/modules/ModuleClasses.h>
+#include <platform/modules/detail/ModuleClasses.h>
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include <platform/xml/XmlSyntax.h>
+#include <platform/xml/detail/XmlSyntax.h>
 
 #include <emmintrin.h>
 
@@ -7,7 +7,7 @@
 #include <charconv>
 #include <vector>
 
-#include <platform/xml/XmlCharacters.h>
+#include <platform/xml/detail/XmlCharacters.h>
 
 namespace {
 

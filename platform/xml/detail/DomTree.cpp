@@ -1,4 +1,4 @@
-#include <platform/xml/DomTree.h>
+#include <platform/xml/detail/DomTree.h>
 
 #include <platform/com/ComError.h>
 

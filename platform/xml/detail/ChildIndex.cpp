@@ -1,6 +1,6 @@
-#include <platform/xml/ChildIndex.h>
+#include <platform/xml/detail/ChildIndex.h>
 
-#include <platform/xml/DomNodes.h>
+#include <platform/xml/detail/DomNodes.h>
 
 void NodeRun::Add(pugi::xml_node node) {
     if (m_size == 0) m_place = node;

@@ -1,8 +1,8 @@
-#include <platform/xml/DomChecks.h>
+#include <platform/xml/detail/DomChecks.h>
 
 #include <platform/com/ComError.h>
-#include <platform/xml/XmlCharacters.h>
-#include <platform/xml/XmlSyntax.h>
+#include <platform/xml/detail/XmlCharacters.h>
+#include <platform/xml/detail/XmlSyntax.h>
 
 namespace {
 

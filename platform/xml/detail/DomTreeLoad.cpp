@@ -4,10 +4,10 @@
 #include <string>
 
 #include <platform/com/ComError.h>
-#include <platform/xml/DomEncoding.h>
-#include <platform/xml/DomFile.h>
-#include <platform/xml/DomTree.h>
-#include <platform/xml/XmlCharacters.h>
+#include <platform/xml/detail/DomEncoding.h>
+#include <platform/xml/detail/DomFile.h>
+#include <platform/xml/detail/DomTree.h>
+#include <platform/xml/detail/XmlCharacters.h>
 
 namespace {
 
