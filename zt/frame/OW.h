@@ -19,17 +19,22 @@ public:
 
     /// No object, nothing known.
     OW() = default;
+    /// The object with its kind.
     OW(void* p, EType t) : m_pObj(p), m_eType(t) {}
 
     /// Back to no object, nothing known.
     void Reset() { *this = OW(); }
+    /// Stores object and kind.
     void Set(void* p, EType t) { *this = OW(p, t); }
+    /// Takes both from `other`.
     void Copy(const OW& other) { *this = other; }
 
     /// Whether the object is an item of a scene.
     bool IsSceneItem() const { return m_eType == eTypeSceneItem; }
 
+    /// The object; null for none.
     void* m_pObj = nullptr;
+    /// Its kind.
     EType m_eType = eTypeUnknown;
 };
 

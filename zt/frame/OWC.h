@@ -24,8 +24,11 @@ public:
     /// Copies everything, the flags included.
     void Copy(const OWC& other) { *this = other; }
 
+    /// The object; null for none.
     void* m_pObj = nullptr;
+    /// Its type.
     TypeZT m_type2;
+    /// Carried for the modules.
     std::uint16_t m_nFlags = 0;
 };
 

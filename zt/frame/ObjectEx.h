@@ -39,12 +39,15 @@ public:
 
     /// Stores the owner, which is neither counted nor owned.
     void AttachOwner(CObject* owner) { m_pOwner = owner; }
+    /// Makes the object free; the owner is not told.
     void DetachOwner() { m_pOwner = nullptr; }
     /// The owner; null for a free object.
     CObject* GetOwner() const { return m_pOwner; }
 
+    /// The type byte. Its meaning is the modules'; a new object has 0.
     std::uint8_t GetType() const { return m_nType; }
 
+    /// The mark: whether the object counts as a value.
     bool IsByVal() const { return m_bByVal; }
     /// Stores the mark. Unlike the operations of the same name in the base, which it
     /// hides, it changes neither the count nor what `Release` does.

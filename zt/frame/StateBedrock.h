@@ -41,9 +41,13 @@ public:
     /// 2^32 calls). Suffixes pile up: an earlier one is not replaced.
     static void MakeUnique(CString& s);
 
+    /// The shared flag.
     static ETri m_tri;
+    /// The installed handler, or null.
     static AssertHandler m_pAssert;
+    /// The latch.
     static bool m_bNet;
+    /// How often `MakeUnique` was called; the number that its next call appends.
     static uint64 m_uNique;
 };
 

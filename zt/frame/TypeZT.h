@@ -24,6 +24,7 @@ public:
 
     /// Puts all four bytes back to 0.
     void Construct() { *this = TypeZT(); }
+    /// Takes all four bytes of `other`.
     void Copy(const TypeZT& other) { *this = other; }
 
     /// Whether all four bytes agree.
@@ -33,6 +34,7 @@ public:
     /// kind gives "eObjTypeNULL".
     static CString EObjectTypeToString(EObjectType t);
 
+    /// The bytes, one a level.
     unsigned char m_category[m_countCategory] = {};
 };
 

@@ -15,6 +15,7 @@ class OpC;
 class ZT_API ZTObject : public CObject {
 public:
     ZTObject();
+    /// Copies nothing, there being no fields.
     ZTObject(const ZTObject& other);
     ZTObject& operator=(const ZTObject&) { return *this; }
     ~ZTObject() override;
