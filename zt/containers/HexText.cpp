@@ -1,5 +1,7 @@
 #include <zt/containers/HexKernels.h>
 #include <zt/containers/HexText.h>
+
+#include <platform/object/Allocation.h>
 #include <algorithm>
 #include <cstring>
 #include <limits>
@@ -55,7 +57,7 @@ unsigned char* hxStringToBinary(const CString& text, ulong& n) {
         return nullptr;
     }
     const std::size_t count = length / 2;
-    auto bytes = std::make_unique_for_overwrite<unsigned char[]>(count);
+    std::unique_ptr<unsigned char[]> bytes(AfxNewArray<unsigned char>(count));
     const std::size_t decoded = Fastest().decode(text.GetString(), count, bytes.get());
     std::fill(bytes.get() + decoded, bytes.get() + count, static_cast<unsigned char>(0));
     n = static_cast<ulong>(count);
