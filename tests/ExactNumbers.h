@@ -29,7 +29,7 @@ inline bool SameDouble(double a, double b) {
 }
 
 /// Matches the double `expected` and no other.
-MATCHER_P(Is, expected, "is " + InFull(expected)) {
+MATCHER_P(Is, expected, (negation ? "is not " : "is ") + InFull(expected)) {
     *result_listener << "which is " << InFull(arg);
     return SameDouble(arg, expected);
 }

@@ -8,6 +8,7 @@
 #include <zt/ranges/RangeR1.h>
 
 #include <ostream>
+#include <string>
 
 namespace ZT {
 
@@ -27,7 +28,10 @@ inline void showValue(const RangeR1& r, std::ostream& os) {
 namespace testing_support {
 
 /// Matches a range with exactly these limits, whatever its flag.
-MATCHER_P2(HasLimits, lo, hi, "has the limits " + InFull(lo) + " and " + InFull(hi)) {
+MATCHER_P2(HasLimits, lo, hi,
+           std::string(negation ? "has not" : "has") + " the limits " + InFull(lo) + " and " +
+               InFull(hi)) {
+    *result_listener << "which has " << InFull(arg.m_min) << " and " << InFull(arg.m_max);
     return SameDouble(arg.m_min, lo) && SameDouble(arg.m_max, hi);
 }
 

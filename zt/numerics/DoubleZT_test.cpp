@@ -51,6 +51,15 @@ TEST(DoubleZT, IsEqualHoldsForInfiniteNumbersOfOneSide) {
     EXPECT_FALSE(DoubleZT::IsEqual(1e307, -1e307, 0.5));
 }
 
+TEST(DoubleZT, IsEqualTakesTheThresholdItselfAsFinite) {
+    EXPECT_TRUE(DoubleZT::IsEqual(zFinite, zFinite, 0.5));
+    EXPECT_TRUE(DoubleZT::IsEqual(-zFinite, -zFinite, 0.5));
+    EXPECT_FALSE(DoubleZT::IsEqual(zFinite, 1e307, 0.5));
+    EXPECT_FALSE(DoubleZT::IsEqual(-zFinite, -1e307, 0.5));
+    EXPECT_TRUE(DoubleZT::IsEqual(2e306, 8e306, 0.5));
+    EXPECT_TRUE(DoubleZT::IsEqual(-2e306, -8e306, 0.5));
+}
+
 TEST(DoubleZT, IsEqualIsFalseForNaN) {
     EXPECT_FALSE(DoubleZT::IsEqual(kNaN, kNaN, 1.0));
     EXPECT_FALSE(DoubleZT::IsEqual(kNaN, 1e307, 1.0));
@@ -75,6 +84,7 @@ TEST(DoubleZT, IsEqualPercentOfATinyBaseAsksForATinyNumber) {
     EXPECT_TRUE(DoubleZT::IsEqualPercent(9e-9, -9e-9, 0.0));
     EXPECT_TRUE(DoubleZT::IsEqualPercent(0.0, 0.0, 0.0));
     EXPECT_FALSE(DoubleZT::IsEqualPercent(0.0, 1e-8, 1e9));
+    EXPECT_FALSE(DoubleZT::IsEqualPercent(0.0, -1.0, 1e9));
     EXPECT_FALSE(DoubleZT::IsEqualPercent(1e-8, 0.0, 0.5));
 }
 
@@ -82,6 +92,7 @@ TEST(DoubleZT, IsZeroIsStrict) {
     EXPECT_TRUE(DoubleZT::IsZero(0.25, 0.5));
     EXPECT_TRUE(DoubleZT::IsZero(-0.25, 0.5));
     EXPECT_FALSE(DoubleZT::IsZero(0.5, 0.5));
+    EXPECT_FALSE(DoubleZT::IsZero(-1.0, 0.5));
     EXPECT_FALSE(DoubleZT::IsZero(kNaN, 0.5));
 }
 
@@ -118,6 +129,11 @@ TEST(DoubleZT, IsNegativeNearZeroIsTheAnswerForZero) {
 TEST(DoubleZT, IsNegativeAtExactlyTheToleranceHasASign) {
     EXPECT_TRUE(DoubleZT::IsNegative(-0.5, true, false, 0.5));
     EXPECT_FALSE(DoubleZT::IsNegative(0.5, true, true, 0.5));
+}
+
+TEST(DoubleZT, IsNegativeOfZeroWithoutAToleranceIsFalseEitherWay) {
+    EXPECT_FALSE(DoubleZT::IsNegative(0.0, true, true, 0.0));
+    EXPECT_FALSE(DoubleZT::IsNegative(0.0, false, true, 0.0));
 }
 
 TEST(DoubleZT, IsNegativeIsFalseForNaN) {
@@ -176,6 +192,19 @@ TEST(DoubleZT, CeilOfAWholeNumberOfStepsIsThatNumber) {
 TEST(DoubleZT, CeilSnapsToTheStepBefore) {
     // Truncation of a negative number goes up, so the step below it is one less.
     EXPECT_EQ(DoubleZT::Ceil(-2.9999999999999, 1.0), -3);
+    EXPECT_EQ(DoubleZT::Ceil(-5.9999999999999, 2.0), -3);
+}
+
+TEST(DoubleZT, CeilExactlyTheToleranceFromTheStepBeforeDoesNotSnap) {
+    EXPECT_EQ(DoubleZT::Ceil(-zToler, 2 * zToler), 1);
+}
+
+TEST(DoubleZT, CeilWithANegativeStepGoesUpToo) {
+    EXPECT_EQ(DoubleZT::Ceil(7.5, -2.0), -2);
+}
+
+TEST(DoubleZT, CeilWithAStepOfExactlyTheToleranceIsAStep) {
+    EXPECT_EQ(DoubleZT::Ceil(3.5 * zToler, zToler), 3);
 }
 
 TEST(DoubleZT, CeilOfANegativeNumberIsOneMoreThanTheTruncatedOne) {

@@ -126,13 +126,15 @@ inline double zFloor(double x, double y) {
 }
 
 /// The angle `x` in radians, brought between 0 and `z2Pi`. There is no tolerance: an
-/// angle just below a multiple of the circle is not brought to 0.
+/// angle just below a multiple of the circle is not brought to 0, and a negative one too
+/// small to tell gives `z2Pi` itself.
 inline double zTo02Pi(double x) {
     const double r = std::fmod(x, z2Pi);
     return r < 0 ? r + z2Pi : r;
 }
 
-/// Moves `a` up and `b` down by `d`. A pair closer together than `d` stays as it is.
+/// Moves `a` up and `b` down by `d`. A pair closer together than `d` stays as it is; one
+/// that is closer than twice `d` ends up in the opposite order.
 inline void zShrinkRange(double& a, double& b, double d) {
     if (d > std::fabs(b - a)) return;
     a += d;
@@ -147,14 +149,15 @@ inline void zShrinkRange(double& a, double& b, double d) {
 /// entries `a[lo]` to `a[hi]`. An `x` within the tolerance of an entry lies to the
 /// left of it, and an `x` beyond the last entry gives `hi`.
 ///
-/// The result is 0 for an `x` below `a[0]`, whatever `lo` is: `a[0]` is always read.
+/// The result is 0 for an `x` at or below `a[0]`, whatever `lo` is: `a[0]` is always read.
 /// With at most one segment between the bounds the result is `hi`, without a look
 /// at it.
 ZT_API int zFindSegment(double x, const double* a, int lo, int hi);
 
 /// The index of the entry nearest to `x`, among the ascending entries `a[lo]` to
-/// `a[hi]`; on a tie, that of the upper one. The result is 0 for an `x` below `a[0]`,
-/// whatever `lo` is. A negative `hi` reads before the array.
+/// `a[hi]`; on a tie, that of the upper one. The result is 0 for an `x` at or below
+/// `a[0]`, whatever `lo` is. The entry before the right end is read also when it lies
+/// before `lo`, and a negative `hi` reads before the array.
 ZT_API int zFindNearest(double x, const double* a, int lo, int hi);
 
 /// @}

@@ -63,6 +63,7 @@ TEST(zEqual, ThresholdItselfIsFinite) {
 
 TEST(zEqual, BetweenTheScalarAndTheRangeThresholdIsInfinite) {
     EXPECT_TRUE(zEqual(2e306, 8e306));
+    EXPECT_TRUE(zEqual(-2e306, -8e306));
     EXPECT_LT(8e306, zFullBound);
 }
 
@@ -138,6 +139,16 @@ TEST(zGetRangeLocn, JustBeyondTheToleranceIsOutsideOrInside) {
     EXPECT_EQ(zGetRangeLocn(-kAboveToler, 0.0, 1.0), eBeforeRange);
     EXPECT_EQ(zGetRangeLocn(kAboveToler, -1.0, 0.0), eAfterRange);
     EXPECT_EQ(zGetRangeLocn(-kAboveToler, -1.0, 0.0), eInRange);
+}
+
+TEST(zGetRangeLocn, ToleranceIsAddedToALimitBeforeTheComparison) {
+    // As a difference from the limit it would be more than the tolerance, by rounding.
+    ASSERT_GT((1.0 + zToler) - 1.0, zToler);
+    ASSERT_GT(1.0 - (1.0 - zToler), zToler);
+    EXPECT_EQ(zGetRangeLocn(1.0 + zToler, 1.0, 2.0), eAtEnd);
+    EXPECT_EQ(zGetRangeLocn(1.0 - zToler, 1.0, 2.0), eAtEnd);
+    EXPECT_EQ(zGetRangeLocn(1.0 + zToler, 0.0, 1.0), eAtEnd);
+    EXPECT_EQ(zGetRangeLocn(1.0 - zToler, 0.0, 1.0), eAtEnd);
 }
 
 TEST(zGetRangeLocn, ShortRangeIsAtItsStart) {
@@ -226,6 +237,7 @@ TEST(zFactorN, SnapsToTheNextStep) {
 TEST(zFactorN, SnapsToThePreviousStep) {
     EXPECT_EQ(zFactorN(-0.9999999999999, 1.0), -1);
     EXPECT_EQ(zFactorN(-2.9999999999999, 1.0), -3);
+    EXPECT_EQ(zFactorN(-5.9999999999999, 2.0), -3);
 }
 
 TEST(zFactorN, ExactlyTheToleranceAwayDoesNotSnap) {
@@ -266,12 +278,27 @@ TEST(zModulod, KeepsTheRemainderWithTheSignOfTheNumber) {
     EXPECT_THAT(zModulod(7.5, -2.0), Is(1.5));
 }
 
+TEST(zModulod, IsTheNumberLessAProduct) {
+    // The exact remainder is another number.
+    EXPECT_THAT(zModulod(1.0, 0.3), Is(1.0 - 3 * 0.3));
+    EXPECT_NE(zModulod(1.0, 0.3), std::fmod(1.0, 0.3));
+    EXPECT_THAT(zFloor(1.0, 0.3), Is(1.0 - (1.0 - 3 * 0.3)));
+}
+
 TEST(zModulod, JustBelowTheNextMultipleIsExactlyZero) {
     EXPECT_THAT(zModulod(2.9999999999999, 1.0), Is(0.0));
+    EXPECT_THAT(zModulod(5.9999999999999, 2.0), Is(0.0));
 }
 
 TEST(zModulod, JustAboveThePreviousMultipleIsExactlyZero) {
     EXPECT_THAT(zModulod(-2.9999999999999, 1.0), Is(0.0));
+    EXPECT_THAT(zModulod(-5.9999999999999, 2.0), Is(0.0));
+}
+
+TEST(zModulod, BeyondTheToleranceOfAMultipleIsNotSnapped) {
+    const double x = 3.0 - 1.5e-10;
+    EXPECT_THAT(zModulod(x, 1.0), Is(x - 2.0));
+    EXPECT_THAT(zModulod(-x, 1.0), Is(2.0 - x));
 }
 
 TEST(zModulod, JustAboveAMultipleIsNotSnapped) {
@@ -285,6 +312,11 @@ TEST(zModulod, DivisorOfZeroGivesTheNumber) {
     EXPECT_THAT(zModulod(5.0, 0.0), Is(5.0));
     EXPECT_THAT(zModulod(5.0, kBelowToler), Is(5.0));
     EXPECT_THAT(zModulod(5.0, -kBelowToler), Is(5.0));
+}
+
+TEST(zModulod, DivisorOfExactlyTheToleranceIsADivisor) {
+    EXPECT_THAT(zModulod(2.5 * zToler, zToler), Is(0.0));
+    EXPECT_THAT(zModulod(2.5 * zToler, zToler, 0.0), Is(2.5 * zToler - 2 * zToler));
 }
 
 TEST(zModulod, ExplicitToleranceIsForTheSnapOnly) {
@@ -339,6 +371,10 @@ TEST(zTo02Pi, NegativeZeroStays) {
     EXPECT_THAT(zTo02Pi(-0.0), Is(-0.0));
 }
 
+TEST(zTo02Pi, NegativeNumberTooSmallToTellIsTheWholeCircle) {
+    EXPECT_THAT(zTo02Pi(-1e-20), Is(z2Pi));
+}
+
 TEST(zTo02Pi, MultipleOfTheCircleIsNotSnapped) {
     const double x = z2Pi - 5e-11;
     EXPECT_THAT(zTo02Pi(x), Is(x));
@@ -359,6 +395,14 @@ TEST(zShrinkRange, PairCloserThanTheDistanceStays) {
     zShrinkRange(a, b, 0.625);
     EXPECT_THAT(a, Is(4.0));
     EXPECT_THAT(b, Is(3.5));
+}
+
+TEST(zShrinkRange, PairOutOfOrderMovesApart) {
+    double a = 4.0;
+    double b = 1.0;
+    zShrinkRange(a, b, 1.0);
+    EXPECT_THAT(a, Is(5.0));
+    EXPECT_THAT(b, Is(0.0));
 }
 
 TEST(zShrinkRange, PairExactlyTheDistanceApartChangesPlaces) {
@@ -399,6 +443,7 @@ TEST_F(Knots, PointOnAKnotLiesInTheSegmentToItsLeft) {
     EXPECT_EQ(Segment(2.0 + 5e-11), 2);
     EXPECT_EQ(Segment(2.0 + 2e-10), 3);
     EXPECT_EQ(Segment(2.0 - 5e-11), 2);
+    EXPECT_EQ(Segment(1.0 + zToler), 2);
 }
 
 TEST_F(Knots, PointAtOrBelowTheFirstEntryGivesZeroWhateverTheLowerBound) {
@@ -487,6 +532,13 @@ TEST(hxCopy3d, CopiesComponentsThatDiffer) {
     EXPECT_THAT(dst, ElementsAre(Is(1.0), Is(5.0), Is(3.0)));
 }
 
+TEST(hxCopy3d, CopiesThreeComponentsAndNoMore) {
+    double dst[4] = {1.0, 2.0, 3.0, 4.0};
+    const double src[4] = {5.0, 6.0, 7.0, 8.0};
+    EXPECT_TRUE(hxCopy3d(dst, src));
+    EXPECT_THAT(dst, ElementsAre(Is(5.0), Is(6.0), Is(7.0), Is(4.0)));
+}
+
 TEST(hxCopy3d, DifferencesBelowTheToleranceChangeNothing) {
     double dst[3] = {1.0, 2.0, 3.0};
     const double src[3] = {1.0 + 5e-11, 2.0 - 5e-11, 3.0 + 5e-11};
@@ -528,10 +580,18 @@ TEST(hxNormalize, VectorShorterThanTheToleranceStays) {
     EXPECT_THAT(v, ElementsAre(Is(1e-11), Is(0.0), Is(0.0)));
 }
 
+TEST(hxNormalize, VectorOfExactlyTheToleranceHasADirection) {
+    double v[3] = {0.0, -zToler, 0.0};
+    EXPECT_TRUE(hxNormalize(v));
+    EXPECT_THAT(v, ElementsAre(Is(0.0), Is(-1.0), Is(0.0)));
+}
+
 TEST(zMemSet, StoresTheValueIntoAll) {
     double p[4] = {1.0, 2.0, 3.0, 4.0};
     zMemSet(p, 3, 7.0);
     EXPECT_THAT(p, ElementsAre(Is(7.0), Is(7.0), Is(7.0), Is(4.0)));
+    zMemSet(p, 1, 8.0);
+    EXPECT_THAT(p, ElementsAre(Is(8.0), Is(7.0), Is(7.0), Is(4.0)));
 }
 
 TEST(zMemSet, DoesNothingWithoutACountOrAPlace) {

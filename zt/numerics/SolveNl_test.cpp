@@ -75,6 +75,16 @@ TEST(SolveNl, ReturnsTheNewPointOfTheLastStep) {
     EXPECT_THAT(SolveNl(Square, SquareSlope, SquareCurvature, 0, 0, 2.0), Is(next));
 }
 
+TEST(SolveNl, StepOfExactlyTheBoundIsNotTheLast) {
+    calls.clear();
+    const auto once = [](double x) {
+        calls += 'f';
+        return x == 0 ? 1e-6 : 0.0;
+    };
+    EXPECT_THAT(SolveNl(once, One, Zero, 0, 0, 0.0), Is(-1e-6));
+    EXPECT_EQ(calls, "ff");
+}
+
 TEST(SolveNl, CallsEachFunctionOnceAStepInOrder) {
     calls.clear();
     // One long step to 1.5, one to 1.4166..., and so on: five in all.
@@ -90,6 +100,7 @@ TEST(SolveNl, FourthAndFifthArgumentAreNotRead) {
 
 TEST(SolveNl, RootAtTheStartIsReturned) {
     EXPECT_THAT(SolveNl(Line, One, One, 0, 0, 3.0), Is(3.0));
+    EXPECT_THAT(SolveNl(Line, One, MinusOne, 0, 0, 3.0), Is(3.0));
 }
 
 TEST(SolveNl, ThrowsWhereFunctionAndSecondDerivativeDifferInSign) {

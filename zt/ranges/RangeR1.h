@@ -48,9 +48,9 @@ class PCExBase;
 /// than the tolerance changes nothing.
 ///
 /// The external flag turns the meaning of `In`, of the operations that are told in
-/// terms of `In`, of `GetDist(x, ...)` and `GetMaxDist(x, ...)` on full ranges, of
-/// `IsFull` and of the containment operators. All other operations look at the limits
-/// alone, as they stand, and leave the flag as it is.
+/// terms of `In`, of the distances where a range is full, of `IsFull` and of the
+/// containment operators. All other operations look at the limits alone, as they stand,
+/// and leave the flag as it is.
 ///
 /// Limit 0 is the lower limit, and any other number means the upper one.
 ///
@@ -452,7 +452,9 @@ public:
 
     /// The distance between this range and `r`: positive if they lie apart, otherwise 0.0.
     /// With `bInside`, an `r` that lies inside this range gives instead how far it clears
-    /// the ends, as a negative number or 0.0.
+    /// the nearer end: a positive number again, negative only where it sticks out by less
+    /// than the tolerance, and 0.0 for a full `r`. The number alone does not tell the two
+    /// cases from one another.
     ///
     /// If either range is empty, the result is the plain difference of two limits and tells
     /// nothing.

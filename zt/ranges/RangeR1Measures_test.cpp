@@ -59,6 +59,13 @@ TEST(RangeR1Measures, PointByIndexWrapsAfterTheLastKnot) {
     EXPECT_THAT(range.GetPoint(6, 4), Is(2.0));
 }
 
+TEST(RangeR1Measures, PointByIndexIsThePointAtItsRatio) {
+    // The sum of the lower limit and the steps is another number.
+    const RangeR1 range(0.1, 0.8);
+    EXPECT_THAT(range.GetPoint(2, 7), Is((1 - 2.0 / 7) * 0.1 + 2.0 / 7 * 0.8));
+    EXPECT_NE(range.GetPoint(2, 7), 0.1 + 2 * (0.8 - 0.1) / 7);
+}
+
 TEST(RangeR1Measures, PointByNegativeIndexKeepsItsSign) {
     const RangeR1 range(0.0, 8.0);
     EXPECT_THAT(range.GetPoint(-1, 4), Is(-2.0));
@@ -81,6 +88,16 @@ TEST(RangeR1Measures, RatioGoesFromZeroToOne) {
     EXPECT_THAT(range.GetRatio(3.0), Is(0.25));
     EXPECT_THAT(range.GetRatio(0.0), Is(-0.5));
     EXPECT_THAT(RangeR1::GetRatio(3.0, 2.0, 6.0), Is(0.25));
+}
+
+TEST(RangeR1Measures, RatioIsOneQuotient) {
+    for (int i = 0; i < 100; ++i) {
+        const double x = 0.1 * i;
+        double ratio = x;
+        EXPECT_THAT(RangeR1(0.1, 0.8).GetRatio(x), Is((x - 0.1) / (0.8 - 0.1)));
+        EXPECT_TRUE(RangeR1(0.1, 0.8).ToUnitRange(ratio));
+        EXPECT_THAT(ratio, Is((x - 0.1) / (0.8 - 0.1)));
+    }
 }
 
 TEST(RangeR1Measures, RatioOnASingletonIsZero) {
@@ -109,9 +126,18 @@ TEST(RangeR1Measures, ToUnitRangeOnASingletonHoldsThePointAlone) {
     x = 7.0;
     EXPECT_FALSE(RangeR1(5.0, 5.0).ToUnitRange(x));
     EXPECT_THAT(x, Is(7.0));
+    x = 3.0;
+    EXPECT_FALSE(RangeR1(5.0, 5.0).ToUnitRange(x));
+    EXPECT_THAT(x, Is(3.0));
     x = zToler;
     EXPECT_FALSE(RangeR1(0.0, 0.0).ToUnitRange(x));
     EXPECT_THAT(x, Is(zToler));
+}
+
+TEST(RangeR1Measures, ToUnitRangeOnExactlyTheToleranceHasALength) {
+    double x = 3 * zToler;
+    EXPECT_TRUE(RangeR1(0.0, zToler).ToUnitRange(x));
+    EXPECT_THAT(x, Is(3 * zToler / zToler));
 }
 
 TEST(RangeR1Measures, ToUnitRangeOnAnEmptyRangeLooksAtTheLowerLimit) {
@@ -193,6 +219,19 @@ TEST(RangeR1Measures, DistToAPointIsNegativeInside) {
     EXPECT_THAT(range.GetDist(-3.0, nullptr), Is(3.0));
 }
 
+TEST(RangeR1Measures, DistFromTheCentreIsToTheLowerLimit) {
+    const double center = 0.8 * 0.5 + 0.1 * 0.5;
+    EXPECT_NE(0.1 - center, center - 0.8);
+    EXPECT_THAT(RangeR1(0.1, 0.8).GetDist(center, nullptr), Is(0.1 - center));
+}
+
+TEST(RangeR1Measures, DistancesTakeTheCentreInTheFormThatDoesNotOverflow) {
+    const RangeR1 range(1e308, 1.5e308);
+    EXPECT_THAT(range.GetDist(1.4e308, nullptr), Is(1.4e308 - 1.5e308));
+    EXPECT_THAT(range.GetMaxDist(1.4e308, nullptr), Is(1.4e308 - 1e308));
+    EXPECT_THAT(RangeR1(0.9e308, 1.75e308).GetDist(range, true), Is(1e308 - 0.9e308));
+}
+
 TEST(RangeR1Measures, DistToAPointGivesTheNearestPoint) {
     const RangeR1 range(0.0, 1.0);
     double nearest = kUntouched;
@@ -269,6 +308,10 @@ TEST(RangeR1Measures, DistToAnEmptyRangeIsARawDifference) {
     EXPECT_THAT(RangeR1(0.0, 1.0).GetDist(RangeR1(0.75, 0.25), false), Is(-0.25));
     EXPECT_THAT(RangeR1(6.0, 5.0).GetDist(RangeR1(0.0, 1.0), false), Is(5.0));
     EXPECT_THAT(RangeR1(0.0, 1.0).GetDist(RangeR1(), false), Is(1e307));
+    // Which limits are taken depends on one comparison alone, and that is strict.
+    EXPECT_THAT(RangeR1(1.0, 2.0).GetDist(RangeR1(5.0, 1.0), false), Is(3.0));
+    EXPECT_THAT(RangeR1(1.0, 2.0).GetDist(RangeR1(5.0, 1.5), false), Is(3.0));
+    EXPECT_THAT(RangeR1(3.0, 1.0).GetDist(RangeR1(0.0, 5.0), false), Is(-1.0));
 }
 
 TEST(RangeR1Measures, DistToARangeThatOverlapsIsZero) {
@@ -299,6 +342,14 @@ TEST(RangeR1Measures, DistToARangeInsideAtTheUpperEnd) {
     EXPECT_THAT(range.GetDist(point, true), Is(6e-11));
 }
 
+TEST(RangeR1Measures, DistToARangeInsideWithItsCentreAtALimit) {
+    // At the lower limit the centre is not below it, and at the upper one it is not.
+    const RangeR1 around(std::nextafter(1.0, 0.0), std::nextafter(1.0, 2.0));
+    ASSERT_THAT(around.GetCenter(), Is(1.0));
+    EXPECT_THAT(RangeR1(1.0, 2.0).GetDist(around, true), Is(around.m_min - 1.0));
+    EXPECT_THAT(RangeR1(0.0, 1.0).GetDist(around, true), Is(around.m_min - 1.0));
+}
+
 TEST(RangeR1Measures, DistFromAFullRangeToAFullOneIsZero) {
     EXPECT_THAT(RangeR1(-1e307, 1e307).GetDist(RangeR1(-1e307, 1e307), true), Is(0.0));
     EXPECT_THAT(RangeR1(-2e307, 2e307).GetDist(RangeR1(-1e307, 1e307), true), Is(0.0));
@@ -307,18 +358,21 @@ TEST(RangeR1Measures, DistFromAFullRangeToAFullOneIsZero) {
 TEST(RangeR1Measures, MaxDistToARangeRoundThisOne) {
     EXPECT_THAT(RangeR1(3.0, 4.0).GetMaxDist(RangeR1(0.0, 10.0)), Is(7.0));
     EXPECT_THAT(RangeR1(8.0, 9.0).GetMaxDist(RangeR1(0.0, 10.0)), Is(9.0));
+    EXPECT_THAT(RangeR1(8.0, 9.0).GetMaxDist(RangeR1(1.0, 10.0)), Is(8.0));
 }
 
 TEST(RangeR1Measures, MaxDistToAnyOtherRangeIsTheLengthOfBoth) {
     EXPECT_THAT(RangeR1(0.0, 1.0).GetMaxDist(RangeR1(3.0, 4.0)), Is(4.0));
     EXPECT_THAT(RangeR1(0.0, 10.0).GetMaxDist(RangeR1(3.0, 4.0)), Is(10.0));
     EXPECT_THAT(RangeR1(2.0, 10.0).GetMaxDist(RangeR1(0.0, 4.0)), Is(10.0));
+    EXPECT_THAT(RangeR1(2.0, 10.0).GetMaxDist(RangeR1(1.0, 4.0)), Is(9.0));
 }
 
 TEST(RangeR1Measures, ScaleIsTheSmallerOfTheTwoSides) {
     const RangeR1 range(0.0, 10.0);
     EXPECT_THAT(range.GetScale(RangeR1(2.0, 6.0), 4.0), Is(2.0));
     EXPECT_THAT(range.GetScale(RangeR1(3.0, 8.0), 4.0), Is(1.5));
+    EXPECT_THAT(RangeR1(1.0, 10.0).GetScale(RangeR1(2.0, 6.0), 4.0), Is(1.5));
 }
 
 TEST(RangeR1Measures, ScaleNeedsThePivotInside) {
@@ -327,6 +381,7 @@ TEST(RangeR1Measures, ScaleNeedsThePivotInside) {
     EXPECT_THAT(range.GetScale(RangeR1(4.0, 6.0), 4.0), Is(1e307));
     EXPECT_THAT(range.GetScale(RangeR1(2.0, 6.0), 10.0), Is(1e307));
     EXPECT_THAT(range.GetScale(RangeR1(2.0, 6.0), kNaN), Is(1e307));
+    EXPECT_THAT(RangeR1(1.0, 10.0).GetScale(RangeR1(0.0, 6.0), 0.5), Is(1e307));
 }
 
 TEST(RangeR1Measures, ScaleNeedsMoreThanTheTolerance) {
@@ -334,6 +389,8 @@ TEST(RangeR1Measures, ScaleNeedsMoreThanTheTolerance) {
     EXPECT_THAT(RangeR1(-1.0, 10.0).GetScale(RangeR1(0.0, 6.0), zToler), Is(1e307));
     EXPECT_THAT(RangeR1(-1.0, 0.0).GetScale(RangeR1(-2.0, 6.0), -zToler), Is(1e307));
     EXPECT_NE(RangeR1(0.0, 10.0).GetScale(RangeR1(-1.0, 6.0), kAboveToler), 1e307);
+    EXPECT_NE(RangeR1(-1.0, 10.0).GetScale(RangeR1(0.0, 6.0), kAboveToler), 1e307);
+    EXPECT_NE(RangeR1(-1.0, 0.0).GetScale(RangeR1(-2.0, 6.0), -kAboveToler), 1e307);
 }
 
 TEST(RangeR1Measures, ScaleDoesNotTestTheUpperEndOfTheOther) {
@@ -345,24 +402,25 @@ TEST(RangeR1Measures, ScaleDoesNotTestTheUpperEndOfTheOther) {
 
 TEST(RangeR1Measures, SamplingPointsCrowdAtTheStart) {
     const RangeR1 range(2.0, 10.0);
-    for (int i = 0; i <= 8; ++i) {
-        const double w = std::cos(i * 0.5 * zPi / 8);
-        EXPECT_THAT(range.GetArcSingilarSamplingPt(i, 8, true), Is(2.0 * w + (1 - w) * 10.0)) << i;
+    for (int i = 0; i <= 49; ++i) {
+        const double w = std::cos(i * 0.5 * zPi / 49);
+        EXPECT_THAT(range.GetArcSingilarSamplingPt(i, 49, true), Is(2.0 * w + (1 - w) * 10.0)) << i;
     }
-    EXPECT_THAT(range.GetArcSingilarSamplingPt(0, 8, true), Is(2.0));
-    EXPECT_NEAR(range.GetArcSingilarSamplingPt(8, 8, true), 10.0, 1e-13);
-    EXPECT_LT(range.GetArcSingilarSamplingPt(1, 8, true), 2.2);
+    EXPECT_THAT(range.GetArcSingilarSamplingPt(0, 49, true), Is(2.0));
+    EXPECT_NEAR(range.GetArcSingilarSamplingPt(49, 49, true), 10.0, 1e-13);
+    EXPECT_LT(range.GetArcSingilarSamplingPt(1, 49, true), 2.01);
 }
 
 TEST(RangeR1Measures, SamplingPointsCrowdAtTheEnd) {
     const RangeR1 range(2.0, 10.0);
-    for (int i = 0; i <= 8; ++i) {
-        const double w = std::cos((8 - i) * 0.5 * zPi / 8);
-        EXPECT_THAT(range.GetArcSingilarSamplingPt(i, 8, false), Is(2.0 * (1 - w) + w * 10.0)) << i;
+    for (int i = 0; i <= 49; ++i) {
+        const double w = std::cos((49 - i) * 0.5 * zPi / 49);
+        EXPECT_THAT(range.GetArcSingilarSamplingPt(i, 49, false), Is(2.0 * (1 - w) + w * 10.0))
+            << i;
     }
-    EXPECT_NEAR(range.GetArcSingilarSamplingPt(0, 8, false), 2.0, 1e-13);
-    EXPECT_THAT(range.GetArcSingilarSamplingPt(8, 8, false), Is(10.0));
-    EXPECT_GT(range.GetArcSingilarSamplingPt(7, 8, false), 9.8);
+    EXPECT_NEAR(range.GetArcSingilarSamplingPt(0, 49, false), 2.0, 1e-13);
+    EXPECT_THAT(range.GetArcSingilarSamplingPt(49, 49, false), Is(10.0));
+    EXPECT_GT(range.GetArcSingilarSamplingPt(48, 49, false), 9.99);
 }
 
 TEST(RangeR1Measures, SamplingPointOfNoPointsIsNaN) {

@@ -92,6 +92,13 @@ TEST(RangeR1SetOperations, PlusAssignTakesTheOuterLimits) {
     EXPECT_THAT(range, HasLimits(-1.0, 6.0));
 }
 
+TEST(RangeR1SetOperations, PlusAssignToASingletonIsAUnion) {
+    RangeR1 range(3.0, 3.0);
+    range += External(5.0, 6.0);
+    EXPECT_THAT(range, HasLimits(3.0, 6.0));
+    EXPECT_FALSE(range.IsExternal());
+}
+
 TEST(RangeR1SetOperations, PlusAssignToAnEmptyRangeCopiesWithTheFlag) {
     RangeR1 range(0.0, -1.0);
     range += External(3.0, 4.0);
@@ -200,6 +207,17 @@ TEST(RangeR1SetOperations, SubtractOfARangeThatTouchesTheEndKeepsTheEnd) {
     EXPECT_THAT(range, HasLimits(0.0, 10.0));
 }
 
+TEST(RangeR1SetOperations, SubtractFromExactlyTheToleranceBelowTheEndMovesTheEnd) {
+    RangeR1 range(-1.0, 0.0);
+    RangeR1 other(-zToler, 1.0);
+    EXPECT_EQ(range.Subtract(other), 1);
+    EXPECT_THAT(range, HasLimits(-1.0, -zToler));
+    range.Set(-1.0, 0.0);
+    other.Set(-std::nextafter(zToler, 0.0), 1.0);
+    EXPECT_EQ(range.Subtract(other), 1);
+    EXPECT_THAT(range, HasLimits(-1.0, 0.0));
+}
+
 TEST(RangeR1SetOperations, SubtractFromBelowLeavesTheUpperPiece) {
     RangeR1 range(0.0, 10.0);
     RangeR1 other(-2.0, 4.0);
@@ -232,6 +250,20 @@ TEST(RangeR1SetOperations, SubtractOfAnExternalRangeLooksAtTheLimitsAlone) {
     RangeR1 other = External(3.0, 4.0);
     EXPECT_EQ(range.Subtract(other), 0);
     EXPECT_THAT(range, HasLimits(1e307, -1e307));
+}
+
+TEST(RangeR1SetOperations, SubtractWithTwoPiecesStoresTheLowerOneByTheToleranceRule) {
+    // A range out of order by exactly the tolerance: no singleton, and not yet empty. The
+    // lower piece ends within the tolerance of the present end, which therefore stays.
+    const double lo = -7.89498860124165e-11;
+    const double hi = -1.789498860124165e-10;
+    RangeR1 range(-3.0, 0.0);
+    RangeR1 other(lo, hi);
+    ASSERT_FALSE(other.IsSingleton());
+    ASSERT_FALSE(other.IsEmpty());
+    EXPECT_EQ(range.Subtract(other), 2);
+    EXPECT_THAT(range, HasLimits(-3.0, 0.0));
+    EXPECT_THAT(other, HasLimits(hi, 0.0));
 }
 
 TEST(RangeR1SetOperations, SubtractWithTwoPiecesKeepsBothFlags) {

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <platform/files/CArchive.h>
+#include <platform/files/CMemFile.h>
 #include <tests/RangeMatchers.h>
 #include <zt/ranges/RangeR1.h>
 
@@ -149,7 +151,25 @@ INSTANTIATE_TEST_SUITE_P(
                             0, 0},
                     SetCase{"MoveAwayFrom", OPERATION(MoveAwayFrom(other)), 0, 0},
                     SetCase{"SnapOfARange", OPERATION(Snap(other, 20.0)), 0, 0},
-                    SetCase{"Invert", OPERATION(Invert()), 0, 0}),
+                    SetCase{"Invert", OPERATION(Invert()), 0, 0},
+                    SetCase{"InvertAtZero",
+                            [](RangeR1& range, RangeR1&) {
+                                range.m_max = 0.0;
+                                range.Invert();
+                            },
+                            0, 0},
+                    SetCase{"SerializeFromAnArchive",
+                            [](RangeR1& range, RangeR1& other) {
+                                CMemFile file;
+                                {
+                                    CArchive archive(&file, CArchive::store);
+                                    other.Serialize(archive);
+                                }
+                                file.SeekToBegin();
+                                CArchive archive(&file, CArchive::load);
+                                range.Serialize(archive);
+                            },
+                            0, 0}),
     [](const auto& test) { return test.param.name; });
 
 #undef OPERATION

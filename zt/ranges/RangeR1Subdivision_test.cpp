@@ -62,6 +62,23 @@ TEST(RangeR1Subdivision, PointExactlyTheToleranceAboveAKnotIsNotOnIt) {
     EXPECT_EQ(Locate(RangeR1(0.0, 8.0), zToler, 4), (Place{0, false}));
 }
 
+TEST(RangeR1Subdivision, PointExactlyTheToleranceBesideTheUpperLimitIsNotOnIt) {
+    EXPECT_EQ(Locate(RangeR1(-1.0, 0.0), zToler, 4), (Place{4, false}));
+    EXPECT_EQ(Locate(RangeR1(-1.0, 0.0), -zToler, 4), (Place{3, false}));
+}
+
+TEST(RangeR1Subdivision, StepsAreTakenFromThePointBeforeTheLowerLimit) {
+    // Points at the tolerance from a knot: in another order the same terms say otherwise.
+    EXPECT_EQ(Locate(RangeR1(0.4, 3.5), 2.466666666766667, 3), (Place{2, true}));
+    EXPECT_EQ(Locate(RangeR1(-2.2, -1.5000000000000002), -1.9374999999000004, 8),
+              (Place{3, false}));
+}
+
+TEST(RangeR1Subdivision, SegmentsOfExactlyTheToleranceAreNotTooShort) {
+    const RangeR1 range(0.0, 4 * zToler);
+    EXPECT_EQ(Locate(range, 2.5 * zToler, 4), (Place{3, true}));
+}
+
 TEST(RangeR1Subdivision, CountGoesOnOutsideTheRange) {
     const RangeR1 range(0.0, 8.0);
     EXPECT_EQ(Locate(range, 11.0, 4), (Place{5, false}));
@@ -97,6 +114,17 @@ TEST(RangeR1Subdivision, SegmentByIndexRunsFromItsKnotToTheNext) {
     EXPECT_TRUE(out.IsExternal());
     RangeR1(0.0, 8.0).GetSegment(3, 4, out);
     EXPECT_THAT(out, HasLimits(6.0, 8.0));
+}
+
+TEST(RangeR1Subdivision, SegmentByIndexEndsInThePointsOfThatIndex) {
+    const RangeR1 range(0.1, 0.8);
+    for (int i = 0; i < 7; ++i) {
+        RangeR1 out;
+        range.GetSegment(i, 7, out);
+        const double t = i / 7.0;
+        const double u = (i + 1) / 7.0;
+        EXPECT_THAT(out, HasLimits((1 - t) * 0.1 + t * 0.8, (1 - u) * 0.1 + u * 0.8)) << i;
+    }
 }
 
 TEST(RangeR1Subdivision, SegmentAfterTheLastRunsBackwards) {
@@ -243,6 +271,32 @@ TEST(RangeR1Subdivision, SetupJustBelowWholeStepsGainsOneMore) {
     EXPECT_THAT(range, HasLimits(0.0, 4.0));
 }
 
+TEST(RangeR1Subdivision, SetupBelowWholeStepsByMoreThanTheToleranceGainsNone) {
+    RangeR1 range(0.0, 3.0 - 1.5e-10);
+    int n = -1;
+    range.Setup(1.0, n);
+    EXPECT_EQ(n, 3);
+    EXPECT_THAT(range, HasLimits(0.0, 3.0));
+}
+
+TEST(RangeR1Subdivision, SetupGainsNoStepForExactlyTheTolerance) {
+    RangeR1 range(0.0, 0.0);
+    int n = -1;
+    range.Setup(zToler, n);
+    EXPECT_EQ(n, 1);
+    EXPECT_THAT(range, HasLimits(0.0, zToler));
+}
+
+TEST(RangeR1Subdivision, SetupAddsTheLastStepToTheProduct) {
+    // Five steps and one more are not the same as six.
+    RangeR1 range(0.0, 5 * 0.3);
+    int n = -1;
+    range.Setup(0.3, n);
+    EXPECT_EQ(n, 6);
+    EXPECT_THAT(range, HasLimits(0.0, 5 * 0.3 + 0.3));
+    EXPECT_NE(range.m_max, 6 * 0.3);
+}
+
 TEST(RangeR1Subdivision, SetupWithAnOriginAlignsFirst) {
     RangeR1 range(1.25, 3.0);
     int n = -1;
@@ -277,12 +331,37 @@ TEST(RangeR1Subdivision, AlignWithAnOriginAboveTheRange) {
     EXPECT_THAT(range, HasLimits(-8.0, 20.0));
 }
 
+TEST(RangeR1Subdivision, AlignAddsTheOriginToWholeSteps) {
+    RangeR1 range(1.1, 20.0);
+    range.Align(0.3, 0.1);
+    EXPECT_THAT(range, HasLimits(3 * 0.3 + 0.1, 20.0));
+}
+
+TEST(RangeR1Subdivision, AlignMovesAnOriginAboveTheRangeDownFirst) {
+    RangeR1 range(1.1, 20.0);
+    range.Align(0.3, 3.3);
+    EXPECT_THAT(range, HasLimits(0 * 0.3 + (3.3 - 8 * 0.3), 20.0));
+}
+
+TEST(RangeR1Subdivision, AlignWithAnOriginThatSnapsToJustAboveTheLimitGoesAStepLower) {
+    // Five steps down the origin lies within the tolerance above the limit and stays there,
+    // so that the limit is almost a whole step away from the grid point below it.
+    RangeR1 range(1.0, 20.0);
+    const double origin = 1.0 + 5 * 0.3 + 5e-11;
+    range.Align(0.3, origin);
+    EXPECT_THAT(range, HasLimits(-1 * 0.3 + (origin - 5 * 0.3), 20.0));
+}
+
 TEST(RangeR1Subdivision, AlignNeedsAStepAboveTheTolerance) {
     RangeR1 range(7.25, 20.0);
     range.Align(zToler, 1.0);
     range.Align(0.0, 1.0);
     range.Align(-2.0, 1.0);
     EXPECT_THAT(range, HasLimits(7.25, 20.0));
+    const double step = 1.5 * zToler;
+    range.Set(4 * zToler, 20.0);
+    range.Align(step, 0.0);
+    EXPECT_THAT(range, HasLimits(2 * step, 20.0));
 }
 
 }  // namespace

@@ -44,6 +44,21 @@ TEST(RangeR1Transform, SpreadGivesALengthAboutTheCentre) {
     EXPECT_THAT(range, HasLimits(-1.0, 5.0));
 }
 
+TEST(RangeR1Transform, LimitsLieHalfTheLengthFromTheCentre) {
+    RangeR1 range(0.1, 0.8);
+    range.Spread(0.3);
+    const double middle = (0.1 + 0.8) * 0.5;
+    EXPECT_THAT(range, HasLimits(middle - 0.3 * 0.5, middle + 0.3 * 0.5));
+    range.Set(0.1, 0.8);
+    range.SetLengthKeepCenter(0.3);
+    const double center = 0.8 * 0.5 + 0.1 * 0.5;
+    EXPECT_THAT(range, HasLimits(center - 0.3 * 0.5, center + 0.3 * 0.5));
+    range.Set(0.1, 0.8);
+    range.AdjustCentral(RangeR1(0.3, 0.6));
+    EXPECT_THAT(range,
+                HasLimits(middle - std::fabs(0.3 - middle), middle + std::fabs(0.3 - middle)));
+}
+
 TEST(RangeR1Transform, ScaleMultipliesTheLength) {
     RangeR1 range(1.0, 3.0);
     range.Scale(3.0);
@@ -80,6 +95,16 @@ TEST(RangeR1Transform, InflateAboutAPivotTakesTheFactorItself) {
     EXPECT_THAT(range, HasLimits(0.0, 4.0));
     range.Inflate(0.0, 1.0);
     EXPECT_THAT(range, HasLimits(1.0, 1.0));
+}
+
+TEST(RangeR1Transform, InflateAboutAPivotMultipliesTheDistances) {
+    RangeR1 range(0.1, 0.8);
+    range.Inflate(0.7, 0.3);
+    EXPECT_THAT(range, HasLimits(0.3 - (0.3 - 0.1) * 0.7, 0.3 + (0.8 - 0.3) * 0.7));
+    range.Set(0.1, 0.8);
+    range.Inflate2(0.7, 0.3);
+    const double pivot = (1 - 0.3) * 0.1 + 0.3 * 0.8;
+    EXPECT_THAT(range, HasLimits(pivot - (pivot - 0.1) * 0.7, pivot + (0.8 - pivot) * 0.7));
 }
 
 TEST(RangeR1Transform, InflateAboutAPivotOutside) {
@@ -121,6 +146,8 @@ TEST(RangeR1Transform, TimesAssignByAPositiveFactorNeverSwaps) {
     RangeR1 range(2.0, 1.0);
     range *= 2.0;
     EXPECT_THAT(range, HasLimits(4.0, 2.0));
+    range *= 0.5;
+    EXPECT_THAT(range, HasLimits(2.0, 1.0));
 }
 
 TEST(RangeR1Transform, TimesAssignTurnsTheCanonicalEmptyRangeIntoAFullOne) {
@@ -156,6 +183,14 @@ TEST(RangeR1Transform, SetCenterTakesHalfTheLength) {
     EXPECT_TRUE(range.SetCenter(3.3));
     const double half = (0.8 - 0.1) * 0.5;
     EXPECT_THAT(range, HasLimits(3.3 - half, 3.3 + half));
+}
+
+TEST(RangeR1Transform, SetCenterToThePresentCentreDoesNothing) {
+    RangeR1 range(1.0, 3.0);
+    EXPECT_FALSE(range.SetCenter(2.0));
+    EXPECT_THAT(range, HasLimits(1.0, 3.0));
+    EXPECT_TRUE(range.SetCenter(-2.0));
+    EXPECT_THAT(range, HasLimits(-3.0, -1.0));
 }
 
 TEST(RangeR1Transform, SetCenterWithinTheToleranceDoesNothing) {
@@ -243,6 +278,12 @@ TEST(RangeR1Transform, AddMarginWidensWhereItIsTooTight) {
     EXPECT_THAT(range, HasLimits(-0.5, 10.0));
     range.AddMargin(RangeR1(1.0, 9.0), 1.5);
     EXPECT_THAT(range, HasLimits(-0.5, 10.5));
+    range.Set(-3.0, 10.0);
+    range.AddMargin(RangeR1(1.0, 2.0), 2.0);
+    EXPECT_THAT(range, HasLimits(-3.0, 10.0));
+    range.Set(3.0, 10.0);
+    range.AddMargin(RangeR1(4.0, 5.0), 2.0);
+    EXPECT_THAT(range, HasLimits(2.0, 10.0));
 }
 
 TEST(RangeR1Transform, AddMarginNeverNarrows) {
@@ -267,12 +308,27 @@ TEST(RangeR1Transform, AdjustCentralCoversTheOtherSymmetrically) {
     EXPECT_THAT(range, HasLimits(-3.0, 3.0));
     range.AdjustCentral(RangeR1(0.25, 0.5));
     EXPECT_THAT(range, HasLimits(-0.5, 0.5));
+    range.Set(4.0, 6.0);
+    range.AdjustCentral(RangeR1(3.0, 4.0));
+    EXPECT_THAT(range, HasLimits(3.0, 7.0));
+    range.AdjustCentral(RangeR1(7.0, 9.0));
+    EXPECT_THAT(range, HasLimits(1.0, 9.0));
+    range.Set(4.0, 6.0);
+    range.AdjustCentral(RangeR1(4.0, 1.0));
+    EXPECT_THAT(range, HasLimits(1.0, 9.0));
 }
 
 TEST(RangeR1Transform, CenterMovesTheRangeIntoTheMiddle) {
     RangeR1 range(0.0, 2.0);
     range.Center(RangeR1(10.0, 20.0));
     EXPECT_THAT(range, HasLimits(14.0, 16.0));
+}
+
+TEST(RangeR1Transform, CenterLeavesTheSameRoomAtBothEnds) {
+    RangeR1 range(0.1, 0.8);
+    range.Center(RangeR1(0.3, 2.6));
+    const double room = ((2.6 - 0.3) - (0.8 - 0.1)) * 0.5;
+    EXPECT_THAT(range, HasLimits(0.3 + room, 2.6 - room));
 }
 
 TEST(RangeR1Transform, CenterDoesNotMoveALongerRange) {
@@ -297,6 +353,9 @@ TEST(RangeR1Transform, MakeSymmetricTakesTheGreaterMagnitude) {
     range.Set(-5.0, 3.0);
     EXPECT_TRUE(range.MakeSymmetric());
     EXPECT_THAT(range, HasLimits(-5.0, 5.0));
+    range.Set(-1.0, -5.0);
+    EXPECT_TRUE(range.MakeSymmetric());
+    EXPECT_THAT(range, HasLimits(-5.0, 5.0));
 }
 
 TEST(RangeR1Transform, MakeSymmetricStoresAlsoWhatItDoesNotReport) {
@@ -305,9 +364,22 @@ TEST(RangeR1Transform, MakeSymmetricStoresAlsoWhatItDoesNotReport) {
     range.Set(-1.0 + 5e-11, 1.0);
     EXPECT_FALSE(range.MakeSymmetric());
     EXPECT_THAT(range, HasLimits(-1.0, 1.0));
-    range.Set(0.0, zToler);
+    range.Set(-1.0, 1.0 - 5e-11);
+    EXPECT_FALSE(range.MakeSymmetric());
+    EXPECT_THAT(range, HasLimits(-1.0, 1.0));
+}
+
+TEST(RangeR1Transform, MakeSymmetricByExactlyTheToleranceReportsNothing) {
+    RangeR1 range(0.0, zToler);
     EXPECT_FALSE(range.MakeSymmetric());
     EXPECT_THAT(range, HasLimits(-zToler, zToler));
+    range.Set(-zToler, 0.0);
+    EXPECT_FALSE(range.MakeSymmetric());
+    EXPECT_THAT(range, HasLimits(-zToler, zToler));
+    range.Set(0.0, 1.5 * zToler);
+    EXPECT_TRUE(range.MakeSymmetric());
+    range.Set(-1.5 * zToler, 0.0);
+    EXPECT_TRUE(range.MakeSymmetric());
 }
 
 TEST(RangeR1Transform, MakeValidSwapsLimitsOutOfOrder) {
@@ -367,6 +439,15 @@ TEST(RangeR1Transform, MoveAwayFromTheSameCentreGoesUp) {
     EXPECT_THAT(range, HasLimits(2.0, 6.0));
 }
 
+TEST(RangeR1Transform, MoveAwayTakesTheCentresInTheFormThatDoesNotOverflow) {
+    RangeR1 range(0.75e308, 1.25e308);
+    EXPECT_TRUE(range.MoveAwayFrom(RangeR1(1e308, 1.125e308)));
+    EXPECT_THAT(range, HasLimits(0.75e308 - (1.125e308 - 1e308), 1.25e308 - (1.125e308 - 1e308)));
+    range.Set(0.75e308, 1.5e308);
+    EXPECT_TRUE(range.MoveAwayFrom(RangeR1(0.75e308, 1e308)));
+    EXPECT_THAT(range, HasLimits(1e308, 1.5e308 + (1e308 - 0.75e308)));
+}
+
 TEST(RangeR1Transform, MoveAwayFromARangeApartDoesNothing) {
     RangeR1 range(0.0, 4.0);
     EXPECT_FALSE(range.MoveAwayFrom(RangeR1(5.0, 8.0)));
@@ -387,15 +468,23 @@ TEST(RangeR1Transform, SnapMovesANumberToALimit) {
     x = 1.0625;
     range.Snap(x, 0.125);
     EXPECT_THAT(x, Is(1.0));
-    x = 0.5;
-    range.Snap(x, 0.125);
-    EXPECT_THAT(x, Is(0.5));
+    for (const double apart : {0.5, -5.0, 5.0}) {
+        x = apart;
+        range.Snap(x, 0.125);
+        EXPECT_THAT(x, Is(apart));
+    }
+    x = 4.0625;
+    RangeR1(4.0, 5.0).Snap(x, 0.125);
+    EXPECT_THAT(x, Is(4.0));
 }
 
 TEST(RangeR1Transform, SnapIsStrictAndPrefersTheLowerLimit) {
     double x = 0.125;
     RangeR1(0.0, 1.0).Snap(x, 0.125);
     EXPECT_THAT(x, Is(0.125));
+    x = 1.125;
+    RangeR1(0.0, 1.0).Snap(x, 0.125);
+    EXPECT_THAT(x, Is(1.125));
     x = 0.75;
     RangeR1(0.0, 1.0).Snap(x, 2.0);
     EXPECT_THAT(x, Is(0.0));
@@ -429,29 +518,31 @@ TEST_P(RangeR1Invert, Gives) {
 
 INSTANTIATE_TEST_SUITE_P(
     RangeR1, RangeR1Invert,
-    testing::Values(InvertCase{"Positive", {2.0, 4.0}, true, 0.25, 0.5},
-                    InvertCase{"Negative", {-4.0, -2.0}, true, -0.5, -0.25},
-                    InvertCase{"RoundZero", {-2.0, 4.0}, true, -0.5, 0.25},
-                    InvertCase{"FromZeroIsInfiniteBelow", {0.0, 5.0}, true, -1e307, 0.2},
-                    InvertCase{"ToZeroIsInfiniteAbove", {-5.0, 0.0}, true, -0.2, 1e307},
-                    InvertCase{"FromWithinTheToleranceOfZero", {5e-11, 5.0}, true, -1e307, 0.2},
-                    InvertCase{"FromExactlyTheTolerance", {zToler, 5.0}, true, 0.2, 1 / zToler},
-                    InvertCase{"AtZero", {0.0, 0.0}, true, 1e307, 1e307},
-                    InvertCase{"WithinTheToleranceOfZero", {-5e-11, 5e-11}, true, 1e307, 1e307},
-                    InvertCase{"InfiniteAboveLosesBoth", {2.0, 1e307}, true, 0.0, 0.0},
-                    InvertCase{"ZeroToInfiniteLosesBoth", {0.0, 1e307}, true, 0.0, 0.0},
-                    InvertCase{"InfiniteBelow", {-1e307, -2.0}, true, -0.5, 0.0},
-                    InvertCase{"InfiniteBelowToPositive", {-1e307, 4.0}, true, 0.0, 0.25},
-                    InvertCase{"InfiniteBelowToZero", {-1e307, 0.0}, true, 0.0, 1e307},
-                    InvertCase{"Full", {-1e307, 1e307}, true, 0.0, 0.0},
-                    InvertCase{"UpperAtTheBoundIsFinite", {0.5, zFinite}, true, 1 / zFinite, 2.0},
-                    InvertCase{"UpperBeyondTheBound", {0.5, 2e306}, true, 0.0, 0.0},
-                    InvertCase{"BothBelowAtInfinity", {-1e307, -1e307}, false, -1e307, -1e307},
-                    InvertCase{"BothAboveAtInfinity", {1e307, 1e307}, false, 1e307, 1e307},
-                    InvertCase{"OutOfOrder", {2.0, 1.0}, false, 2.0, 1.0},
-                    InvertCase{"Empty", {1e307, -1e307}, false, 1e307, -1e307},
-                    InvertCase{
-                        "OutOfOrderByLessThanTheTolerance", {zToler, 0.0}, true, -1e307, 1e10}),
+    testing::Values(
+        InvertCase{"Positive", {2.0, 4.0}, true, 0.25, 0.5},
+        InvertCase{"Negative", {-4.0, -2.0}, true, -0.5, -0.25},
+        InvertCase{"RoundZero", {-2.0, 4.0}, true, -0.5, 0.25},
+        InvertCase{"FromZeroIsInfiniteBelow", {0.0, 5.0}, true, -1e307, 0.2},
+        InvertCase{"ToZeroIsInfiniteAbove", {-5.0, 0.0}, true, -0.2, 1e307},
+        InvertCase{"FromWithinTheToleranceOfZero", {5e-11, 5.0}, true, -1e307, 0.2},
+        InvertCase{"FromExactlyTheTolerance", {zToler, 5.0}, true, 0.2, 1 / zToler},
+        InvertCase{"FromZeroToExactlyTheTolerance", {0.0, zToler}, true, -1e307, 1 / zToler},
+        InvertCase{"JustBelowZeroAndOutOfOrder", {-8e-11, -1.5e-10}, true, 1 / -1.5e-10, 1e307},
+        InvertCase{"AtZero", {0.0, 0.0}, true, 1e307, 1e307},
+        InvertCase{"WithinTheToleranceOfZero", {-5e-11, 5e-11}, true, 1e307, 1e307},
+        InvertCase{"InfiniteAboveLosesBoth", {2.0, 1e307}, true, 0.0, 0.0},
+        InvertCase{"ZeroToInfiniteLosesBoth", {0.0, 1e307}, true, 0.0, 0.0},
+        InvertCase{"InfiniteBelow", {-1e307, -2.0}, true, -0.5, 0.0},
+        InvertCase{"InfiniteBelowToPositive", {-1e307, 4.0}, true, 0.0, 0.25},
+        InvertCase{"InfiniteBelowToZero", {-1e307, 0.0}, true, 0.0, 1e307},
+        InvertCase{"Full", {-1e307, 1e307}, true, 0.0, 0.0},
+        InvertCase{"UpperAtTheBoundIsFinite", {0.5, zFinite}, true, 1 / zFinite, 2.0},
+        InvertCase{"UpperBeyondTheBound", {0.5, 2e306}, true, 0.0, 0.0},
+        InvertCase{"BothBelowAtInfinity", {-1e307, -1e307}, false, -1e307, -1e307},
+        InvertCase{"BothAboveAtInfinity", {1e307, 1e307}, false, 1e307, 1e307},
+        InvertCase{"OutOfOrder", {2.0, 1.0}, false, 2.0, 1.0},
+        InvertCase{"Empty", {1e307, -1e307}, false, 1e307, -1e307},
+        InvertCase{"OutOfOrderByLessThanTheTolerance", {zToler, 0.0}, true, -1e307, 1e10}),
     [](const auto& test) { return test.param.name; });
 
 TEST(RangeR1Transform, InvertKeepsTheFlag) {

@@ -285,6 +285,16 @@ TEST(RangeR1, SetExTellsWhetherALimitMoved) {
     EXPECT_THAT(range, HasLimits(0.5, 0.25));
 }
 
+TEST(RangeR1, SetExComparesEachLimitWithItsOwnOldOne) {
+    RangeR1 range(1.0, 2.0);
+    EXPECT_FALSE(range.SetEx(1.0, 2.0));
+    EXPECT_TRUE(range.SetEx(-1.0, 2.0));
+    EXPECT_TRUE(range.SetEx(-1.0, -2.0));
+    EXPECT_FALSE(range.SetEx(-1.0, -2.0));
+    range.Set(0.0, 0.0);
+    EXPECT_TRUE(range.SetEx(kAboveToler, 0.0));
+}
+
 TEST(RangeR1, SetExStoresAlsoWhatItDoesNotReport) {
     RangeR1 range(0.0, 1.0);
     EXPECT_FALSE(range.SetEx(5e-11, 1.0 + 5e-11));
@@ -357,6 +367,9 @@ TEST(RangeR1, FindLimitGives2ForNone) {
     EXPECT_EQ(range.FindLimit(1.0625, 0.125), 1);
     EXPECT_EQ(range.FindLimit(0.5, 0.125), 2);
     EXPECT_EQ(range.FindLimit(kNaN, 0.125), 2);
+    EXPECT_EQ(RangeR1(4.0, 8.0).FindLimit(4.0625, 0.125), 0);
+    EXPECT_EQ(RangeR1(4.0, 8.0).FindLimit(8.0625, 0.125), 1);
+    EXPECT_EQ(RangeR1(4.0, 8.0).FindLimit(6.0, 0.125), 2);
 }
 
 TEST(RangeR1, FindLimitIsStrictAtTheTolerance) {
@@ -378,6 +391,9 @@ TEST(RangeR1, FindSameLimitGives3ForNone) {
     EXPECT_EQ(range.FindSameLimit(RangeR1(5.0, 7.0)), 3);
     EXPECT_EQ(range.FindSameLimit(RangeR1(1.0, 0.0)), 3);
     EXPECT_EQ(range.FindSameLimit(RangeR1(zToler, 7.0)), 3);
+    EXPECT_EQ(RangeR1(-1.0, 0.0).FindSameLimit(RangeR1(5.0, zToler)), 3);
+    EXPECT_EQ(RangeR1(4.0, 8.0).FindSameLimit(RangeR1(4.0, 9.0)), 0);
+    EXPECT_EQ(RangeR1(4.0, 8.0).FindSameLimit(RangeR1(5.0, 8.0)), 1);
 }
 
 // Comparison.
@@ -430,6 +446,7 @@ TEST(RangeR1, PlainContainsPlainByItsLimits) {
 TEST(RangeR1, ContainmentIncludesExactlyTheTolerance) {
     EXPECT_TRUE(RangeR1(0.0, 0.0) >= RangeR1(-zToler, zToler));
     EXPECT_FALSE(RangeR1(0.0, 0.0) >= RangeR1(-kAboveToler, 0.0));
+    EXPECT_FALSE(RangeR1(0.0, 0.0) >= RangeR1(0.0, kAboveToler));
 }
 
 TEST(RangeR1, LessOrEqualIsContainmentTheOtherWayRound) {
@@ -451,6 +468,7 @@ TEST(RangeR1, PlainContainsExternalOnlyWhenFull) {
     EXPECT_TRUE(RangeR1(-1e307, 1e307) >= External(0.0, 1.0));
     EXPECT_FALSE(RangeR1(-1e307, 1e300) >= External(0.0, 1.0));
     EXPECT_FALSE(RangeR1(-zFullBound, 1e307) >= External(0.0, 1.0));
+    EXPECT_FALSE(RangeR1(-1e307, zFullBound) >= External(0.0, 1.0));
 }
 
 TEST(RangeR1, ExternalContainsPlainBesideItsHole) {
@@ -468,6 +486,13 @@ TEST(RangeR1, ExternalContainsPlainBesideItsHole) {
 TEST(RangeR1, ExternalBorderIsStrictForContainment) {
     EXPECT_FALSE(External(0.0, 1.0) >= RangeR1(-2.0, zToler));
     EXPECT_FALSE(External(-1.0, 0.0) >= RangeR1(-zToler, 2.0));
+    EXPECT_FALSE(External(0.0, 1.0) >= RangeR1(zToler, -1.0));
+    EXPECT_FALSE(External(-1.0, 0.0) >= RangeR1(1.0, -zToler));
+}
+
+TEST(RangeR1, ExternalWithAPointForAHoleContainsWhatLiesBesideIt) {
+    EXPECT_TRUE(External(0.0, 0.0) >= RangeR1(5.0, 6.0));
+    EXPECT_FALSE(External(0.0, 0.0) >= RangeR1(-5.0, 6.0));
 }
 
 TEST(RangeR1, ExternalOutOfOrderContainsJustTheEmpty) {
@@ -476,6 +501,7 @@ TEST(RangeR1, ExternalOutOfOrderContainsJustTheEmpty) {
     EXPECT_TRUE(range >= RangeR1(0.0, -1.0));
     EXPECT_FALSE(range >= RangeR1(5.0, 6.0));
     EXPECT_FALSE(range >= RangeR1(-6.0, -5.0));
+    EXPECT_FALSE(range >= RangeR1(5.0, 5.0));
 }
 
 TEST(RangeR1, ExternalAlsoContainsAnEmptyRangeBesideItsHole) {
@@ -510,6 +536,7 @@ TEST(RangeR1, IsAfterComparesTheUpperLimits) {
     EXPECT_EQ(RangeR1(0.0, 1.0).IsAfter(RangeR1(2.0, 3.0)), eFalse);
     EXPECT_EQ(RangeR1(0.5, 3.0).IsAfter(RangeR1(0.0, 1.0)), eTrue);
     EXPECT_EQ(RangeR1(0.0, 1.0).IsAfter(RangeR1(0.5, 3.0)), eFalse);
+    EXPECT_EQ(External(0.0, 1.0).IsAfter(RangeR1(0.5, 1.0)), eFalse);
 }
 
 TEST(RangeR1, IsAfterIsUnknownWhenOneContainsTheOther) {
@@ -533,22 +560,33 @@ TEST_P(RangeR1AfterClosed, Answers) {
 
 INSTANTIATE_TEST_SUITE_P(
     RangeR1, RangeR1AfterClosed,
-    testing::Values(AfterClosedCase{"ApartAbove", {2.0, 3.0}, {0.0, 1.0}, eTrue},
-                    AfterClosedCase{"ApartBelow", {0.0, 1.0}, {2.0, 3.0}, eFalse},
-                    AfterClosedCase{"OverlapAbove", {0.5, 2.0}, {0.0, 1.0}, eTrue},
-                    AfterClosedCase{"OverlapBelowIsAfterToo", {0.0, 1.0}, {0.5, 2.0}, eTrue},
-                    AfterClosedCase{"TouchesFromAbove", {1.0, 2.0}, {0.0, 1.0}, eTrue},
-                    AfterClosedCase{"TouchesFromBelow", {0.0, 1.0}, {1.0, 2.0}, eFalse},
-                    AfterClosedCase{"EndsInThePoint", {0.0, 1.0}, {1.0, 1.0}, eUnknown},
-                    AfterClosedCase{"StartsInThePoint", {1.0, 2.0}, {1.0, 1.0}, eTrue},
-                    AfterClosedCase{"PointAtTheStartOfTheOther", {1.0, 1.0}, {1.0, 2.0}, eFalse},
-                    AfterClosedCase{"PointAtTheEndOfTheOther", {1.0, 1.0}, {0.0, 1.0}, eTrue},
-                    AfterClosedCase{"SamePoint", {1.0, 1.0}, {1.0, 1.0}, eUnknown},
-                    AfterClosedCase{"PointJustAboveThePoint", {5e-11, 5e-11}, {0.0, 0.0}, eUnknown},
-                    AfterClosedCase{"PointInside", {1.0, 1.0}, {0.0, 2.0}, eFalse},
-                    AfterClosedCase{"RangeRoundThePoint", {0.0, 2.0}, {1.0, 1.0}, eTrue},
-                    AfterClosedCase{
-                        "EqualEndsInAPointOfTheOther", {0.0, 5e-11}, {-1.0, 0.0}, eTrue}),
+    testing::Values(
+        AfterClosedCase{"ApartAbove", {2.0, 3.0}, {0.0, 1.0}, eTrue},
+        AfterClosedCase{"ApartBelow", {0.0, 1.0}, {2.0, 3.0}, eFalse},
+        AfterClosedCase{"OverlapAbove", {0.5, 2.0}, {0.0, 1.0}, eTrue},
+        AfterClosedCase{"OverlapBelowIsAfterToo", {0.0, 1.0}, {0.5, 2.0}, eTrue},
+        AfterClosedCase{"TouchesFromAbove", {1.0, 2.0}, {0.0, 1.0}, eTrue},
+        AfterClosedCase{"TouchesFromBelow", {0.0, 1.0}, {1.0, 2.0}, eFalse},
+        AfterClosedCase{"EndsInThePoint", {0.0, 1.0}, {1.0, 1.0}, eUnknown},
+        AfterClosedCase{"StartsInThePoint", {1.0, 2.0}, {1.0, 1.0}, eTrue},
+        AfterClosedCase{"PointAtTheStartOfTheOther", {1.0, 1.0}, {1.0, 2.0}, eFalse},
+        AfterClosedCase{"PointAtTheEndOfTheOther", {1.0, 1.0}, {0.0, 1.0}, eTrue},
+        AfterClosedCase{"SamePoint", {1.0, 1.0}, {1.0, 1.0}, eUnknown},
+        AfterClosedCase{"PointJustAboveThePoint", {5e-11, 5e-11}, {0.0, 0.0}, eUnknown},
+        AfterClosedCase{"PointJustBelowThePoint", {0.0, 0.0}, {5e-11, 5e-11}, eUnknown},
+        AfterClosedCase{"PointInside", {1.0, 1.0}, {0.0, 2.0}, eFalse},
+        AfterClosedCase{"EmptyThatEndsWithTheOther", {5.0, 1.0}, {0.0, 1.0}, eFalse},
+        AfterClosedCase{"EmptyThatEndsWithinTheOther", {5.0, 1.0}, {0.0, 3.0}, eFalse},
+        AfterClosedCase{"EndsWithAShortRange", {-1.0, 0.0}, {-5e-11, 0.0}, eUnknown},
+        AfterClosedCase{
+            "ExactlyTheToleranceOutOfOrderAtTheEnd", {-1.0, 0.0}, {zToler, 0.0}, eFalse},
+        AfterClosedCase{"SharesExactlyTheTolerance", {0.0, zToler}, {0.0, 1.0}, eTrue},
+        AfterClosedCase{"SharesLess", {0.0, kBelowToler}, {0.0, 1.0}, eFalse},
+        AfterClosedCase{
+            "ExactlyTheToleranceLongFromAPoint", {0.0, zToler}, {-5e-11, -5e-11}, eTrue},
+        AfterClosedCase{"ShorterFromAPoint", {0.0, kBelowToler}, {-5e-11, -5e-11}, eUnknown},
+        AfterClosedCase{"RangeRoundThePoint", {0.0, 2.0}, {1.0, 1.0}, eTrue},
+        AfterClosedCase{"EqualEndsInAPointOfTheOther", {0.0, 5e-11}, {-1.0, 0.0}, eTrue}),
     [](const auto& test) { return test.param.name; });
 
 // Classification.
@@ -647,6 +685,9 @@ TEST(RangeR1, ValidIsInOrderAndNotAtOneInfinity) {
     EXPECT_FALSE(RangeR1(1e307, 1e307).IsValid());
     EXPECT_FALSE(RangeR1(-1e307, -1e307).IsValid());
     EXPECT_TRUE(RangeR1(zFullBound, 1e307).IsValid());
+    EXPECT_TRUE(RangeR1(-1e307, -zFullBound).IsValid());
+    EXPECT_TRUE(RangeR1(-1e307, -8e306).IsValid());
+    EXPECT_FALSE(RangeR1(1.5 * zToler, 0.0).IsValid());
     EXPECT_TRUE(RangeR1(kNaN, kNaN).IsValid());
 }
 
@@ -804,6 +845,9 @@ TEST(RangeR1, NearLimitNamesTheLimit) {
     EXPECT_EQ(range.IsNearLimit(0.9375, 0.125), eTrue);
     EXPECT_EQ(range.IsNearLimit(0.5, 0.125), eUnknown);
     EXPECT_EQ(range.IsNearLimit(kNaN, 0.125), eUnknown);
+    EXPECT_EQ(RangeR1(4.0, 8.0).IsNearLimit(4.0625, 0.125), eFalse);
+    EXPECT_EQ(RangeR1(4.0, 8.0).IsNearLimit(6.0, 0.125), eUnknown);
+    EXPECT_EQ(RangeR1(4.0, 8.0).IsNearLimit(7.9375, 0.125), eTrue);
 }
 
 TEST(RangeR1, NearLimitIncludesExactlyItsTolerance) {
@@ -820,6 +864,7 @@ TEST(RangeR1, ApproachingIsHeadingForTheCentre) {
     const RangeR1 range(0.0, 4.0);
     EXPECT_TRUE(range.IsApproaching(3.0, -1.0));
     EXPECT_FALSE(range.IsApproaching(3.0, 1.0));
+    EXPECT_FALSE(range.IsApproaching(3.0, 0.5));
     EXPECT_TRUE(range.IsApproaching(1.0, 1.0));
     EXPECT_FALSE(range.IsApproaching(1.0, -1.0));
 }
@@ -865,6 +910,34 @@ TEST(RangeR1, PointLocationAtExactlyTheToleranceGoesUp) {
 TEST(RangeR1, PointLocationTakesTheLimitsAsTheyStand) {
     EXPECT_EQ(RangeR1(1.0, 0.0).GetPointLocation(0.5, 0.125), RangeR1::eLocnBelow);
     EXPECT_EQ(External(0.0, 1.0).GetPointLocation(0.5, 0.125), RangeR1::eLocnIn);
+}
+
+TEST(RangeR1, ToleranceIsAddedToALimitBeforeTheComparison) {
+    // In the form of a difference the comparison would end the other way, by rounding.
+    ASSERT_GT((1.0 + zToler) - 1.0, zToler);
+    ASSERT_LT((0.1 + zToler) - 0.1, zToler);
+    ASSERT_LT(0.1 - (0.1 - zToler), zToler);
+    EXPECT_TRUE(RangeR1(0.0, 1.0).In(1.0 + zToler, zToler));
+    EXPECT_TRUE(RangeR1(1.0, 2.0).In(1.0 - zToler, zToler));
+    EXPECT_TRUE(RangeR1::IsIn(1.0 + zToler, 0.0, 1.0));
+    EXPECT_TRUE(RangeR1::IsIn(1.0 - zToler, 1.0, 2.0));
+    EXPECT_TRUE(RangeR1(0.0, 0.1).IsInSemiOpen(0.1 - zToler));
+    EXPECT_FALSE(RangeR1(1.0 + zToler, 1.0).IsEmpty());
+    EXPECT_TRUE(RangeR1(1.0 + zToler, 1.0).IsValid());
+    EXPECT_EQ(RangeR1(1.0, 2.0).GetPointLocation(1.0 - zToler, zToler), RangeR1::eLocnAtMin);
+    EXPECT_EQ(RangeR1(0.1, 2.0).GetPointLocation(0.1 + zToler, zToler), RangeR1::eLocnIn);
+    EXPECT_FALSE(External(0.1, 1.0) >= RangeR1(0.0, 0.1 + zToler));
+    EXPECT_TRUE(RangeR1(0.0, 1.0).IsIntersection(RangeR1(1.0 + zToler, 2.0), false));
+    EXPECT_FALSE(RangeR1(0.0, 0.1).IsEmptyIntersection(RangeR1(0.1 - zToler, 1.0), true));
+}
+
+TEST(RangeR1, ToleranceIsComparedWithTheDifferenceOfALimit) {
+    // With the tolerance added to the limit the comparison would end the other way.
+    EXPECT_EQ(RangeR1(0.1, 2.0).FindLimit(0.1 + zToler, zToler), 0);
+    EXPECT_TRUE(RangeR1(0.1, 2.0).IsEnd(0.1 + zToler));
+    EXPECT_TRUE(RangeR1(0.1, 0.1 + zToler).IsSingleton());
+    EXPECT_TRUE(RangeR1(0.1, 0.1 + zToler).IsEmptyInterval());
+    EXPECT_EQ(RangeR1(1.0, 2.0).IsNearLimit(1.0 + zToler, zToler), eUnknown);
 }
 
 // Ranges against ranges.
