@@ -1,12 +1,9 @@
 #include "section/ModelDocument.h"
 
 #include <cmath>
-#include <cstdint>
 #include <string>
-#include <system_error>
 #include <vector>
 
-#include <platform/base/ResultCodes.h>
 #include <platform/com/ComError.h>
 #include <platform/xml/Dom.h>
 #include <zt/persist/PCExBase.h>
@@ -117,21 +114,10 @@ Failure NamingFile(const std::filesystem::path& path, const std::string& text) {
     return Failure(Printable(path.string()) + ": " + text);
 }
 
-/// The system's error number in the result of a failed `save`, 0 in another result.
-int SystemError(HRESULT result) {
-    constexpr std::uint32_t kOfTheSystem = 0x80070000;
-    const auto bits = static_cast<std::uint32_t>(result);
-    const bool general = result == E_OUTOFMEMORY || result == E_INVALIDARG;
-    return (bits & 0xFFFF0000) == kOfTheSystem && !general ? static_cast<int>(bits & 0xFFFF) : 0;
-}
-
 std::string TextOf(const _com_error& error) {
     const _bstr_t description = error.Description();
-    if (description.length() > 0) {
-        return Printable(static_cast<const char*>(description));
-    }
-    const int number = SystemError(error.Error());
-    return number != 0 ? std::generic_category().message(number) : error.ErrorMessage();
+    return description.length() > 0 ? Printable(static_cast<const char*>(description))
+                                    : error.ErrorMessage();
 }
 
 std::string TextOf(const IXMLDOMParseError& error) {
@@ -141,6 +127,15 @@ std::string TextOf(const IXMLDOMParseError& error) {
     }
     return "line " + std::to_string(error.line()) + ", column " + std::to_string(error.linepos()) +
            ": " + reason;
+}
+
+void Save(const IXMLDOMDocumentPtr& document, const std::filesystem::path& path) {
+    try {
+        document->save(path.string());
+    } catch (const _com_error& error) {
+        // The description names the file.
+        throw Failure(TextOf(error));
+    }
 }
 
 IXMLDOMElementPtr LoadRoot(const IXMLDOMDocumentPtr& document, const std::filesystem::path& path) {
@@ -199,7 +194,7 @@ void StoreModel(Model model, const std::filesystem::path& path) {
     try {
         const IXMLDOMDocumentPtr document = IXMLDOMDocumentPtr::CreateInstance();
         Run(kStoring, document, document->appendChild(document->createElement(kRoot)), model);
-        document->save(path.string());
+        Save(document, path);
     } catch (const _com_error& error) {
         throw NamingFile(path, TextOf(error));
     }

@@ -29,6 +29,7 @@ constexpr HRESULT E_POINTER = ResultFromBits(0x80004003);
 constexpr HRESULT E_ABORT = ResultFromBits(0x80004004);
 constexpr HRESULT E_FAIL = ResultFromBits(0x80004005);
 constexpr HRESULT E_UNEXPECTED = ResultFromBits(0x8000FFFF);
+constexpr HRESULT REGDB_E_CLASSNOTREG = ResultFromBits(0x80040154);
 constexpr HRESULT E_ACCESSDENIED = ResultFromBits(0x80070005);
 constexpr HRESULT E_HANDLE = ResultFromBits(0x80070006);
 constexpr HRESULT E_OUTOFMEMORY = ResultFromBits(0x8007000E);

@@ -21,6 +21,7 @@ constexpr ResultText kResultTexts[] = {
     {E_ABORT, "The operation was broken off"},
     {E_FAIL, "The operation failed"},
     {E_UNEXPECTED, "The object is not in a state for this operation"},
+    {REGDB_E_CLASSNOTREG, "There is no such class"},
     {E_ACCESSDENIED, "Access is denied"},
     {E_HANDLE, "The handle is not valid"},
     {E_OUTOFMEMORY, "There is not enough memory"},

@@ -25,6 +25,18 @@ HRESULT FailureOf(Operation operation) {
     return 0;
 }
 
+/// The description with which `operation` raises `_com_error`; empty if it does not.
+template <class Operation>
+std::string DescriptionOf(Operation operation) {
+    try {
+        operation();
+    } catch (const _com_error& error) {
+        const _bstr_t description = error.Description();
+        return description.length() == 0 ? "" : static_cast<const char*>(description);
+    }
+    return "";
+}
+
 /// A document with the content of `text`, which must be loadable.
 inline IXMLDOMDocumentPtr DocumentOf(std::string_view text) {
     IXMLDOMDocumentPtr document = IXMLDOMDocumentPtr::CreateInstance();

@@ -3,6 +3,7 @@
 #include <new>
 #include <string>
 
+#include <platform/base/LastError.h>
 #include <platform/com/ComError.h>
 #include <platform/xml/IXMLDOMElementPtr.h>
 #include <platform/xml/detail/DomAccess.h>
@@ -41,8 +42,19 @@ private:
 };
 
 // `error` is the system's number, 0 for none.
-void CheckSystem(int error) {
-    if (error != 0) _com_issue_error(ResultFromBits(0x80070000u | static_cast<unsigned>(error)));
+void CheckSystem(int error, const std::string& path) {
+    if (error == 0) return;
+    const std::string reason = path + ": " + SystemErrorText(static_cast<DWORD>(error));
+    _com_raise_error(ResultFromBits(0x80070000u | static_cast<unsigned>(error)), reason.c_str());
+}
+
+void SaveTree(const DomTree& tree, const std::string& path) {
+    DomFileWriter file;
+    CheckSystem(file.Open(path.c_str()), path);
+    FileSink sink(file);
+    PrintDom(tree, tree.Root(), sink);
+    CheckSystem(sink.Finish(), path);
+    CheckSystem(file.Finish(), path);
 }
 
 IXMLDOMNodePtr NewNode(const IXMLDOMNode& document, pugi::xml_node_type type, std::string_view name,
@@ -52,7 +64,7 @@ IXMLDOMNodePtr NewNode(const IXMLDOMNode& document, pugi::xml_node_type type, st
 }
 
 template <class Operation>
-bool WithMemory(Operation operation) {
+auto WithMemory(Operation operation) {
     try {
         return operation();
     } catch (const std::bad_alloc&) {
@@ -133,10 +145,5 @@ void IXMLDOMDocument::save(DomText path) const {
     if (IsNull(tree.DocumentElement())) {
         _com_raise_error(E_UNEXPECTED, "A document without a root element cannot be saved.");
     }
-    DomFileWriter file;
-    CheckSystem(file.Open(std::string(path.View()).c_str()));
-    FileSink sink(file);
-    PrintDom(tree, tree.Root(), sink);
-    CheckSystem(sink.Finish());
-    CheckSystem(file.Finish());
+    WithMemory([&] { SaveTree(tree, std::string(path.View())); });
 }

@@ -76,10 +76,14 @@ public:
     /// The text goes to a new file beside the old one, which is synced and then takes
     /// the old one's name and permissions: whoever reads the path, or a crash, sees the
     /// old or the new document and never half of one. A symbolic link is followed. What
-    /// is no regular file (a device, a pipe) is written to directly. Failure raises
-    /// `_com_error` with 0x80070000 plus the system's error number (0x8007001C for a
-    /// full disk), and leaves the old file as it was; a document without a root raises
-    /// it with `E_UNEXPECTED`, since no one could load what it would write.
+    /// is no regular file (a device, a pipe) is written to directly.
+    ///
+    /// Failure raises `_com_error` with 0x80070000 plus the system's error number
+    /// (0x8007001C for a full disk), and leaves the old file as it was. Its description
+    /// is the path with the system's text, as in "out/x.xml: Permission denied"; that
+    /// is what to show, since some of these numbers are general results, too. A
+    /// document without a root raises it with `E_UNEXPECTED`, since no one could load
+    /// what it would write.
     void save(DomText path) const;
 
 private:

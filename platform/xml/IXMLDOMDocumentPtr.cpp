@@ -12,6 +12,17 @@ IXMLDOMDocumentPtr::IXMLDOMDocumentPtr(const IXMLDOMNodePtr& node) {
     *this = DomAccess::Make<IXMLDOMDocumentPtr>(tree, tree.Root());
 }
 
+HRESULT IXMLDOMDocumentPtr::CreateInstance(const CLSID& classId) {
+    Release();
+    if (classId != CLSID_DOMDocument) return REGDB_E_CLASSNOTREG;
+    try {
+        *this = CreateInstance();
+        return S_OK;
+    } catch (const _com_error& error) {
+        return error.Error();
+    }
+}
+
 IXMLDOMDocumentPtr IXMLDOMDocumentPtr::CreateInstance() {
     try {
         DomTree* tree = DomTree::Create();

@@ -501,6 +501,18 @@ TEST(IXMLDOMDocument, AFullDeviceRaisesTheSystemsError) {
     EXPECT_EQ(static_cast<std::uint32_t>(SystemCode(ENOSPC)), 0x8007001Cu);
 }
 
+TEST(IXMLDOMDocument, AFailedSaveTellsTheFileAndTheReason) {
+    const TestFolder folder;
+    const IXMLDOMDocumentPtr document = DocumentOf("<r/>");
+    const std::string nowhere = folder.Path("no/x.xml");
+    EXPECT_EQ(DescriptionOf([&] { document->save(nowhere); }),
+              nowhere + ": No such file or directory");
+    EXPECT_EQ(DescriptionOf([&] { document->save(folder.Path()); }),
+              folder.Path() + ": Is a directory");
+    EXPECT_EQ(DescriptionOf([&] { document->save("/dev/full"); }),
+              "/dev/full: No space left on device");
+}
+
 TEST(IXMLDOMDocument, AFailedSaveKeepsTheOldFile) {
     const TestFolder folder;
     folder.Write("x.xml", "<old/>");

@@ -39,6 +39,29 @@ TEST(IXMLDOMNodePtr, ACallThroughANullHandleRaisesThePointerFailure) {
     EXPECT_EQ(static_cast<std::uint32_t>(FailureOf([] { IXMLDOMNodePtr()->text(); })), 0x80004003u);
 }
 
+TEST(IXMLDOMDocumentPtr, CreateInstanceMakesTheHandleOneOnANewDocument) {
+    IXMLDOMDocumentPtr document;
+    EXPECT_EQ(document.CreateInstance(CLSID_DOMDocument), S_OK);
+    ASSERT_TRUE(document);
+    EXPECT_FALSE(document->hasChildNodes());
+    const IXMLDOMDocumentPtr before = document;
+    before->appendElement("a");
+    EXPECT_EQ(document.CreateInstance(CLSID_DOMDocument), S_OK);
+    EXPECT_TRUE(document != before);
+    EXPECT_FALSE(document->hasChildNodes());
+    EXPECT_EQ(before->xml(), "<a/>");
+}
+
+TEST(IXMLDOMDocumentPtr, CreateInstanceOfAnotherClassGivesItsCodeAndANullHandle) {
+    IXMLDOMDocumentPtr document;
+    EXPECT_EQ(document.CreateInstance(CLSID_NULL), REGDB_E_CLASSNOTREG);
+    EXPECT_EQ(static_cast<std::uint32_t>(REGDB_E_CLASSNOTREG), 0x80040154u);
+    EXPECT_FALSE(document);
+    ASSERT_EQ(document.CreateInstance(CLSID_DOMDocument), S_OK);
+    EXPECT_EQ(document.CreateInstance(CLSID_NULL), REGDB_E_CLASSNOTREG);
+    EXPECT_FALSE(document);
+}
+
 TEST(IXMLDOMNodePtr, HandlesOfOneNodeAreEqual) {
     const IXMLDOMDocumentPtr document = DocumentOf("<a><b/><b/></a>");
     const IXMLDOMElementPtr root = document->documentElement();
