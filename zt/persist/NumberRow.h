@@ -4,6 +4,7 @@
 
 #pragma once
 
+#include <platform/object/Allocation.h>
 #include <zt/frame/ZT.h>
 #include <zt/persist/NumberText.h>
 
@@ -79,7 +80,7 @@ public:
 private:
     char* Reserve(std::size_t size) {
         if (size <= sizeof m_local) return m_local;
-        m_heap.reset(new char[size]);
+        m_heap.reset(AfxNewArray<char>(size));
         return m_heap.get();
     }
 

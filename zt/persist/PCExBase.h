@@ -5,6 +5,7 @@
 #pragma once
 
 #include <platform/collections/CArray.h>
+#include <platform/object/Allocation.h>
 #include <platform/text/CString.h>
 #include <platform/xml/Dom.h>
 #include <zt/frame/ZT.h>
@@ -44,7 +45,7 @@ struct PCExStack {
 private:
     void Grow() {
         const std::int32_t capacity = m_nCapacity < 1 ? 1 : 2 * m_nCapacity;
-        T* const entries = new T[static_cast<std::size_t>(capacity)]();
+        T* const entries = AfxNewArray<T>(static_cast<std::size_t>(capacity));
         std::move(m_pData, m_pData + m_nCount, entries);
         delete[] m_pData;
         m_pData = entries;
@@ -130,7 +131,8 @@ public:
 
     /// Makes an element, appends it to the current one and pushes it. Without a current
     /// element it is pushed all the same and stays unattached: so a root is opened, which
-    /// the caller then appends to the document. Does not ask for the direction.
+    /// the caller then appends to the document. A name that no element can have raises
+    /// `_com_error` (0x80070057). Does not ask for the direction.
     IXMLDOMElementPtr PushElement(const char* name);
 
     /// Closes the current element. When storing with indentation, the level is lowered,
@@ -193,7 +195,8 @@ public:
     /// @name Children and attributes
     /// @{
 
-    /// Whether the current element has a child element of that name.
+    /// Whether the current element has a child element of that name. `m_nChildIndex` is not
+    /// looked at.
     bool HasChild(const char* name) const;
 
     /// Number of child elements of that name; 0 without a current element.
@@ -330,12 +333,15 @@ public:
     void PersistDataFloat(const char* name, float* p, ulong n, bool bChild);
     void PersistDataByte(const char* name, unsigned char* p, ulong n, bool bChild);
     /// As many numbers as the text has. Loading allocates `p`, which the caller ends with
-    /// `delete[]`; an older array is not freed. A blank text sets `n` to 0 and leaves `p`.
+    /// `delete[]` also when `n` comes back as 0 with a new `p`, because the text begins with
+    /// no number; an older array is not freed. A blank text sets `n` to 0 and leaves `p`.
+    /// `m_nChildIndex` is not looked at.
     void PersistDataIntAuto(const char* name, int*& p, ulong& n, bool bChild);
     /// All numbers of an array, which loading sizes by `HXString::CountWords`: every plus sign
     /// in the text ("1e+06") adds an entry at the end, which stays zero if it is new. With
     /// `bChild` unset the text of the current element gives the size, while the values come
-    /// from a child called `name`. A missing element empties the array.
+    /// from a child called `name`. `m_nChildIndex` selects the child for the size alone; the
+    /// values come from the first one. A missing element empties the array.
     void PersistArrayDouble(const char* name, CArray<double, double>& a, bool bChild);
     /// As `PersistArrayDouble`.
     void PersistArrayInt(const char* name, CArray<int, int>& a, bool bChild);

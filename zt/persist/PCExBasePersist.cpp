@@ -1,8 +1,10 @@
+#include <platform/object/Allocation.h>
 #include <zt/containers/HXString.h>
 #include <zt/frame/TriStateAlg.h>
 #include <zt/persist/NumberRow.h>
 #include <zt/persist/PCExBase.h>
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -111,7 +113,8 @@ void PCExBase::PersistDataIntAuto(const char* name, int*& p, ulong& n, bool bChi
     const std::string_view text = element->textView(scratch);
     n = static_cast<ulong>(NumberText::CountByBlanks(text));
     if (n == 0) return;
-    p = new int[n]();
+    p = AfxNewArray<int>(n);
+    std::fill_n(p, n, 0);
     n = NumberText::ScanRow(text, p, n).count;
 }
 
