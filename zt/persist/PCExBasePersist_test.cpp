@@ -476,7 +476,8 @@ TEST_F(PCExBasePersist, TheChildIndexOfAnArrayIsUsedUpByItsSize) {
 // Directions, failures, and the run as a whole.
 
 TEST_F(PCExBasePersist, TheNeitherStateReads) {
-    Load("<R><X>5</X></R>", kNeither);
+    constexpr char kXml[] = "<R><X>5</X><Co>6 7 8 9</Co></R>";
+    Load(kXml, kNeither);
     int v = 0;
     cursor->PersistInt("X", v);
     EXPECT_EQ(v, 5);
@@ -486,7 +487,79 @@ TEST_F(PCExBasePersist, TheNeitherStateReads) {
     CString s;
     cursor->PersistString("X", s, true);
     EXPECT_EQ(s, "5");
-    EXPECT_EQ(Xml(), "<R><X>5</X></R>");
+    bool b = false;
+    cursor->PersistBool("X", b);
+    EXPECT_TRUE(b);
+    ETri t = eUnknown;
+    cursor->PersistNik("X", t);
+    EXPECT_EQ(t, eFalse);
+    uint64 w = 0;
+    cursor->PersistDWORD("X", w, false);
+    EXPECT_EQ(w, 5u);
+    float f[4] = {9, 9, 9, 9};
+    cursor->PersistFloat("X", f[0]);
+    EXPECT_EQ(f[0], 5);
+    f[3] = 0;
+    cursor->PersistColor(f);
+    EXPECT_THAT(f, ElementsAre(6, 7, 8, 0));
+    f[0] = f[3] = 0;
+    cursor->PersistColor4(f);
+    EXPECT_THAT(f, ElementsAre(6, 7, 8, 9));
+    d = v = 0;
+    EXPECT_TRUE(cursor->PersistData("X", &d, 1, true));
+    cursor->PersistDataInt("X", &v, 1, true);
+    cursor->PersistDataFloat("X", f + 1, 1, true);
+    unsigned char byte = 0;
+    cursor->PersistDataByte("X", &byte, 1, true);
+    EXPECT_TRUE(d == 5 && v == 5 && f[1] == 5 && byte == 5);
+    int* p = nullptr;
+    ulong n = 0;
+    cursor->PersistDataIntAuto("X", p, n, true);
+    const std::unique_ptr<int[]> owner(p);
+    EXPECT_EQ(n, 1u);
+    EXPECT_THAT(LoadedDoubles({}, "X", true), ElementsAre(5));
+    EXPECT_THAT(LoadedInts({}, "X", true), ElementsAre(5));
+    EXPECT_EQ(Xml(), kXml);
+}
+
+TEST_F(PCExBasePersist, RealNumbersAndStringsHeedTheChildIndex) {
+    Load("<R><X>1</X><X>2</X></R>");
+    const auto select = [&] { cursor->m_nChildIndex = 1; };
+    double d = 9;
+    select();
+    cursor->PersistDouble("X", d);
+    EXPECT_TRUE(d == 2 && cursor->m_nChildIndex == 0);
+    float f = 9;
+    select();
+    cursor->PersistFloat("X", f);
+    EXPECT_TRUE(f == 2 && cursor->m_nChildIndex == 0);
+    CString s;
+    select();
+    cursor->PersistString("X", s, true);
+    EXPECT_EQ(s, "2");
+    EXPECT_EQ(cursor->m_nChildIndex, 0);
+    select();
+    cursor->PersistString("X", s, false);
+    EXPECT_EQ(s, "12");
+    EXPECT_EQ(cursor->m_nChildIndex, 1) << "the current element needs no look-up";
+}
+
+TEST_F(PCExBasePersist, IntegersDoNotLookAtTheChildIndex) {
+    Load("<R><X>1</X><X>0</X></R>");
+    cursor->m_nChildIndex = 1;
+    int i = 9, row = 9;
+    bool b = false;
+    ETri t = eUnknown;
+    uint64 w = 9;
+    unsigned char byte = 9;
+    cursor->PersistInt("X", i);
+    cursor->PersistBool("X", b);
+    cursor->PersistNik("X", t);
+    cursor->PersistDWORD("X", w, false);
+    cursor->PersistDataInt("X", &row, 1, true);
+    cursor->PersistDataByte("X", &byte, 1, true);
+    EXPECT_TRUE(i == 1 && b && t == eTrue && w == 1 && row == 1 && byte == 1);
+    EXPECT_EQ(cursor->m_nChildIndex, 1);
 }
 
 TEST_F(PCExBasePersist, StoringWithoutADocumentRaisesThePointerFailure) {
@@ -588,6 +661,21 @@ TEST_F(PCExBasePersist, AStoredObjectLoadsWithAndWithoutIndentation) {
         EXPECT_THAT(loaded.back, ElementsAre(0, 128, 255));
         EXPECT_EQ(cursor->GetStackPosn(), 1);
     }
+}
+
+TEST_F(PCExBasePersist, IndentationIsNotInTheWayOfALoad) {
+    Store(true);
+    Label stored;
+    stored.size = 7;
+    stored.PersistXML(*cursor);
+    ASSERT_EQ(cursor->GetCurElem()->firstChild()->text(), "\n\t");
+    pc.m_mode = kLoading;
+    Label loaded;
+    loaded.text = "";
+    loaded.PersistXML(*cursor);
+    EXPECT_EQ(loaded.text, "Text");
+    EXPECT_EQ(loaded.size, 7);
+    EXPECT_EQ(cursor->GetStackPosn(), 1);
 }
 
 TEST_F(PCExBasePersist, AnObjectThatStandsOnItsElementClosesItOnStoringAlone) {

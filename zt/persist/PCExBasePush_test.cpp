@@ -122,5 +122,13 @@ TEST_F(PCExBasePush, AValueWhoseTextCannotBeWrittenStaysOnTheStack) {
     EXPECT_EQ(cursor->GetStackPosn(), 3);
 }
 
+TEST_F(PCExBasePush, AValueWhoseTextCannotBeWrittenKeepsTheLevelItRaised) {
+    Store(true);
+    EXPECT_EQ(Failure([&] { cursor->PushString("S", "\x01"); }), kArgumentFailure);
+    EXPECT_EQ(cursor->GetCurElem()->nodeName(), "S");
+    EXPECT_EQ(cursor->m_nTabs, 2);
+    EXPECT_EQ(Xml(), "<R>\n\t<S/></R>");
+}
+
 }  // namespace
 }  // namespace ZT

@@ -259,6 +259,12 @@ TEST_F(PCExBaseRead, TheOtherReadsDoNotLookAtTheChildIndex) {
     cursor->ReadDataByte("X", &byte, 1, true);
     EXPECT_EQ(byte, 1);
     EXPECT_TRUE(cursor->ReadBool("X", b));
+    EXPECT_TRUE(PCExBase::ReadBool(node, "X", b));
+    i = byte = 9;
+    EXPECT_TRUE(PCExBase::ReadInt(node, "X", i));
+    EXPECT_EQ(i, 1);
+    EXPECT_TRUE(PCExBase::ReadBYTE(node, "X", byte));
+    EXPECT_EQ(byte, 1);
     EXPECT_TRUE(PCExBase::ReadDWORD(node, "X", word));
     EXPECT_EQ(word, 1u);
     EXPECT_TRUE(cursor->HasChild("X"));
@@ -300,7 +306,8 @@ TEST_F(PCExBaseRead, ReadDataByteStoresTheLow8Bits) {
     unsigned char values[] = {9, 9, 9, 9};
     cursor->ReadDataByte("X", values, 3, true);
     EXPECT_THAT(values, ElementsAre(44, 255, 0, 9));
-    cursor->ReadDataByte("X", values, 1, false);
+    values[0] = 9;
+    cursor->ReadDataByte("Y", values, 1, false);
     EXPECT_THAT(values, ElementsAre(44, 255, 0, 9)) << "the text of the root is that of its child";
     cursor->ReadDataByte("X", nullptr, 1, true);
 }

@@ -41,6 +41,15 @@ TEST(PCExBaseLayout, BothStacksHaveOneShape) {
     EXPECT_TRUE((std::is_same_v<decltype(Elements::m_nMarker), std::uint16_t>));
 }
 
+TEST(PCExBaseLayout, FieldsHaveTheStatedTypes) {
+    EXPECT_TRUE((std::is_same_v<decltype(PCExBase::m_pPC), PC*>));
+    EXPECT_TRUE((std::is_same_v<decltype(PCExBase::m_pDoc), IXMLDOMDocumentPtr>));
+    EXPECT_TRUE((std::is_same_v<decltype(PCExBase::m_bIndent), bool>));
+    EXPECT_TRUE((std::is_same_v<decltype(PCExBase::m_nTabs), std::uint16_t>));
+    EXPECT_TRUE((std::is_same_v<decltype(PCExBase::m_bFlag), bool>));
+    EXPECT_TRUE((std::is_same_v<decltype(PCExBase::m_nChildIndex), std::uint16_t>));
+}
+
 struct PCExBaseTest : CursorTest {};
 
 // Construction.
@@ -204,6 +213,37 @@ TEST_F(PCExBaseTest, SetCurElemDoesNothingOnAnEmptyStack) {
     cursor->SetCurElem(doc->createElement("B"));
     EXPECT_EQ(cursor->GetStackPosn(), 0);
     EXPECT_FALSE(cursor->GetCurElem());
+}
+
+TEST_F(PCExBaseTest, SetCurElemTakesAndReplacesANullElement) {
+    Store();
+    cursor->SetCurElem(IXMLDOMElementPtr());
+    EXPECT_FALSE(cursor->GetCurElem());
+    EXPECT_EQ(cursor->GetStackPosn(), 1);
+    cursor->SetCurElem(doc->documentElement());
+    EXPECT_EQ(cursor->GetCurElem()->nodeName(), "R");
+    EXPECT_EQ(cursor->GetStackPosn(), 1);
+}
+
+TEST_F(PCExBaseTest, ANullEntryOnTopIsNoCurrentElement) {
+    Load("<R><A>1</A></R>");
+    cursor->Push(IXMLDOMElementPtr());
+    EXPECT_FALSE(cursor->HasChild("A"));
+    EXPECT_EQ(cursor->GetChildCount("A"), 0);
+    EXPECT_FALSE(cursor->ReadItemElement("A", true));
+    EXPECT_FALSE(cursor->ReadItemElement("A", false));
+    int i = 5;
+    EXPECT_FALSE(cursor->ReadInt("A", i));
+    cursor->ReadDataInt("A", &i, 1, true);
+    uint64 word = 5;
+    cursor->PersistDWORD("A", word, false);
+    int* p = &i;
+    ulong n = 7;
+    cursor->PersistDataIntAuto("A", p, n, true);
+    EXPECT_TRUE(i == 5 && word == 5 && p == &i && n == 7);
+    const IXMLDOMElementPtr element = cursor->PushElement("B");
+    EXPECT_FALSE(element->parentNode());
+    EXPECT_EQ(cursor->GetStackPosn(), 3);
 }
 
 // Opening and closing.
@@ -706,6 +746,33 @@ TEST_F(PCExBaseTest, GetChildIsGuardedByTheCursorsIndexAndNotByItsArgument) {
     cursor->m_nChildIndex = 0;
     EXPECT_FALSE(cursor->GetChild("X", 7, root));
     EXPECT_FALSE(cursor->GetChild("X", 0, cursor->GetChild("E", 0, root)));
+}
+
+TEST_F(PCExBaseTest, GetChildComparesTheCursorsIndexWithAListThatHasTextsToo) {
+    Load("<R>text<X/><!-- X --></R>");
+    const IXMLDOMElementPtr root = cursor->GetCurElem();
+    cursor->m_nChildIndex = 2;
+    EXPECT_TRUE(cursor->GetChild("X", 0, root));
+    cursor->m_nChildIndex = 3;
+    EXPECT_FALSE(cursor->GetChild("X", 0, root));
+}
+
+TEST_F(PCExBaseTest, ANameThatNoElementCanHaveFindsNothing) {
+    Load("<R>1<A>2<B/></A></R>");
+    for (const char* name :
+         {static_cast<const char*>(nullptr), "", "*", ".", "A/B", "A[1]", "#text"})
+        for (std::uint16_t index = 0; index < 2; ++index) {
+            cursor->m_nChildIndex = index;
+            EXPECT_FALSE(cursor->PersistElement(name, true));
+            cursor->m_nChildIndex = index;
+            EXPECT_EQ(cursor->ReadItem(name, true), "");
+            EXPECT_FALSE(cursor->HasChild(name));
+            EXPECT_EQ(cursor->GetChildCount(name), 0);
+            EXPECT_FALSE(cursor->GetChild(name, index, cursor->GetCurElem()));
+            int v = 5;
+            EXPECT_FALSE(cursor->ReadInt(name, v));
+        }
+    EXPECT_EQ(cursor->GetStackPosn(), 1);
 }
 
 TEST_F(PCExBaseTest, ReadItemElementWithoutACurrentElementGivesNothing) {

@@ -71,6 +71,17 @@ TEST(PC, FieldsStandInTheStatedOrder) {
     EXPECT_EQ(sizeof(PC), numbers + 32);
 }
 
+TEST(PC, FieldsHaveTheStatedTypes) {
+    EXPECT_TRUE((std::is_same_v<decltype(PC::m_nVersion), std::uint32_t>));
+    EXPECT_TRUE((std::is_same_v<decltype(PC::m_schema), ESchema2>));
+    EXPECT_TRUE((std::is_same_v<decltype(PC::m_nUserData), std::uint64_t>));
+    EXPECT_TRUE((std::is_same_v<decltype(PC::m_mode), std::int32_t>));
+    EXPECT_TRUE((std::is_same_v<decltype(PC::m_nExData), std::uint64_t>));
+    EXPECT_TRUE((std::is_same_v<decltype(PC::m_nData), std::uint64_t>));
+    EXPECT_TRUE((std::is_same_v<decltype(PC::m_nParamA), std::int32_t>));
+    EXPECT_TRUE((std::is_same_v<decltype(PC::m_nParamB), std::int32_t>));
+}
+
 TEST(PC, AFreshContextHasEveryDefault) {
     const PC pc;
     ExpectDefaultsButStrings(pc);

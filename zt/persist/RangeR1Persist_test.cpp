@@ -1,5 +1,9 @@
+#include <zt/ranges/RangeEx.h>
 #include <zt/ranges/RangeR1.h>
+#include <zt/ranges/RangeS1.h>
 #include <zt/persist/Cursor_test.hpp>
+
+#include <type_traits>
 
 namespace ZT {
 namespace {
@@ -86,6 +90,11 @@ TEST_F(RangeR1Persist, TheChildIndexSelectsOneOfSeveral) {
         EXPECT_EQ(range.m_min, i);
         EXPECT_EQ(range.m_max, i + 1);
     }
+}
+
+TEST_F(RangeR1Persist, TheDerivedRangesHaveTheSameOperation) {
+    EXPECT_TRUE((std::is_same_v<decltype(&RangeS1::PersistXML), void (RangeR1::*)(PCExBase&)>));
+    EXPECT_TRUE((std::is_same_v<decltype(&RangeEx::PersistXML), void (RangeR1::*)(PCExBase&)>));
 }
 
 TEST_F(RangeR1Persist, TheNeitherStateReads) {
