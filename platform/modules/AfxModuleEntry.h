@@ -11,6 +11,10 @@
 ///
 ///     static AFX_EXTENSION_MODULE extension;
 ///     static const AfxModuleEntry entry(extension);
+///
+/// It takes the classes that are registered by then: those of its own source that
+/// stand before it. Classes that are registered later are found in the common list
+/// until a `CDynLinkLibrary` on the record takes them along.
 class AfxModuleEntry {
 public:
     /// The module is the one in which `record` lies.
