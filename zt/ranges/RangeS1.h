@@ -151,9 +151,10 @@ public:
     double GetDiff() const { return IsFull() ? z2Pi : S1::diff(m_max, m_min, true); }
 
     /// The point at the ratio `t`. On an arc that is not singular, from `m_min` at 0 to
-    /// `m_max` at 1, by the plain blend of the limits, as they stand. On a singular one the
-    /// other way round, from `m_max` at 0 to `m_min` at 1, deliberately; the middle is the
-    /// middle in both. The whole circle runs from pi through 0.
+    /// `m_max` at 1, by the plain blend of the limits, as they stand. On a singular one from
+    /// `m_max` at 0 round to `m_min`, a full turn on, at 1: the ends come in exchanged order,
+    /// 0.5 is the middle of the arc, and the ratios between may lie off it, deliberately. The
+    /// whole circle runs from pi through 0.
     double GetPoint(double t) const;
 
     /// The angle from `m_min` counter-clockwise to `x`, as a ratio of the arc: above 1 for an
@@ -168,7 +169,8 @@ public:
     bool GetAnyOutside(double& x) const;
 
     /// `x` in canonical form if it lies on the arc, and otherwise the nearer of the limits, a
-    /// tie going to `m_max`. 1e307 for an empty arc.
+    /// tie going to `m_max`. Off an external arc that is the farther one. 1e307 for an empty
+    /// arc.
     double ToRangeS1(double x) const;
 
     /// @}
