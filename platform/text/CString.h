@@ -14,6 +14,7 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include <platform/base/Export.h>
@@ -66,6 +67,9 @@ struct StringAllocator {
 /// Upper and lower case are those of the ASCII letters; white space is the space and
 /// the bytes 9 to 13. Neither depends on the process's locale.
 class ZTP_API CString {
+    template <class... Arguments>
+    static constexpr bool kHasString = (std::same_as<Arguments, CString> || ...);
+
 public:
     /// @name Making and assigning
     /// @{
@@ -185,6 +189,11 @@ public:
     }
     /// Appends as `Format` writes.
     void AppendFormat(const char* format, ...) __attribute__((format(printf, 2, 3)));
+    template <class... Arguments>
+    requires(kHasString<Arguments...>) void AppendFormat(const char* format,
+                                                         const Arguments&... arguments) {
+        AppendFormat(format, Passed(arguments)...);
+    }
     void AppendFormatV(const char* format, va_list arguments) __attribute__((format(printf, 2, 0)));
 
     CString& operator+=(const CString& text) { return AppendView(text.m_text); }
@@ -301,7 +310,15 @@ public:
     /// Writes by the conventions of `printf`, with the decimal point of the process's
     /// locale; the arguments may point into this string. A null format, or one that cannot
     /// be written, raises the invalid-argument exception.
+    ///
+    /// A `CString` among the arguments goes with "%s" and counts up to its first zero; the
+    /// compiler then does not compare format and arguments.
     void Format(const char* format, ...) __attribute__((format(printf, 2, 3)));
+    template <class... Arguments>
+    requires(kHasString<Arguments...>) void Format(const char* format,
+                                                   const Arguments&... arguments) {
+        Format(format, Passed(arguments)...);
+    }
     void FormatV(const char* format, va_list arguments) __attribute__((format(printf, 2, 0)));
     /// @}
 
@@ -343,6 +360,11 @@ private:
         CheckSize(text.size());
         return text;
     }
+    static const char* Passed(const CString& text) { return text.GetString(); }
+    template <class Argument>
+    static std::decay_t<const Argument&> Passed(const Argument& argument) {
+        return argument;
+    }
     static CString Join(std::string_view a, std::string_view b);
     CString& AppendView(std::string_view text) {
         CheckSize(m_text.size() + text.size());
@@ -356,6 +378,9 @@ private:
 
     Text m_text;
 };
+
+/// The framework's name for the string of bytes, which `CString` is.
+using CStringA = CString;
 
 /// Hash of the bytes; equal strings have equal hashes.
 template <>

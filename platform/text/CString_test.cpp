@@ -664,6 +664,19 @@ TEST(CString, FormatMayUseItsOwnText) {
     EXPECT_EQ(s.Right(1), "1");
 }
 
+TEST(CString, FormatTakesStringsAsTheyAre) {
+    const CString name("bolt");
+    CString s;
+    s.Format("%s-%d-%s-%.1f-%c", name, 5, "text", 1.5, 'x');
+    EXPECT_EQ(s, "bolt-5-text-1.5-x");
+    s.Format("%s%s", s, CString("!"));
+    EXPECT_EQ(s, "bolt-5-text-1.5-x!");
+    s.AppendFormat("+%s", name);
+    EXPECT_EQ(s, "bolt-5-text-1.5-x!+bolt");
+    s.Format("[%s]", CString("a\0b", 3));
+    EXPECT_EQ(s, "[a]");
+}
+
 TEST(CString, FormatKeepsAZeroByte) {
     CString s;
     s.Format("a%cb", 0);
