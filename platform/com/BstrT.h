@@ -60,6 +60,14 @@ public:
     friend std::strong_ordering operator<=>(const _bstr_t& a, const _bstr_t& b) {
         return a.View() <=> b.View();
     }
+    friend bool operator==(const _bstr_t& a, const char* b) { return a == _bstr_t(b); }
+    friend bool operator==(const _bstr_t& a, const wchar_t* b) { return a == _bstr_t(b); }
+    friend std::strong_ordering operator<=>(const _bstr_t& a, const char* b) {
+        return a <=> _bstr_t(b);
+    }
+    friend std::strong_ordering operator<=>(const _bstr_t& a, const wchar_t* b) {
+        return a <=> _bstr_t(b);
+    }
 
 private:
     std::wstring_view View() const {

@@ -104,4 +104,17 @@ TEST(BstrT, ComparesByCodePoint) {
     EXPECT_TRUE(_bstr_t() < _bstr_t("a"));
 }
 
+TEST(BstrT, ComparesWithPlainText) {
+    const _bstr_t string("b\xC3\xA9");
+    EXPECT_TRUE(string == "b\xC3\xA9");
+    EXPECT_TRUE("b\xC3\xA9" == string);
+    EXPECT_TRUE(string == L"b\u00E9");
+    EXPECT_TRUE(string != "b");
+    EXPECT_TRUE(string > "b");
+    EXPECT_TRUE(string < L"c");
+    EXPECT_TRUE(_bstr_t() == "");
+    EXPECT_TRUE(_bstr_t() == kNull);
+    EXPECT_FALSE(string == kNull);
+}
+
 }  // namespace

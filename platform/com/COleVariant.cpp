@@ -198,6 +198,12 @@ COleVariant::COleVariant(LONGLONG value) noexcept : COleVariant() {
     llVal = value;
 }
 
+COleVariant::COleVariant(LONGLONG value, VARTYPE type) : COleVariant(value) {
+    if (type == VT_I8) return;
+    if (value != static_cast<LONG>(value)) AfxThrowInvalidArgException();
+    *this = COleVariant(static_cast<LONG>(value), type);
+}
+
 COleVariant::COleVariant(ULONGLONG value) noexcept : COleVariant() {
     vt = VT_UI8;
     ullVal = value;

@@ -51,7 +51,11 @@ public:
     /// Another type raises the invalid-argument exception.
     COleVariant(LONG value, VARTYPE type = VT_I4);
     COleVariant(ULONG value) noexcept;
+    /// A `VT_I8`: so is a plain `long`, which has 64 bits here.
     COleVariant(LONGLONG value) noexcept;
+    /// A `VT_I8`, or one of the types of a `LONG`. Another type, or a value that does not
+    /// fit, raises the invalid-argument exception.
+    COleVariant(LONGLONG value, VARTYPE type);
     COleVariant(ULONGLONG value) noexcept;
     COleVariant(long long value) noexcept : COleVariant(LONGLONG{value}) {}
     COleVariant(unsigned long long value) noexcept : COleVariant(ULONGLONG{value}) {}

@@ -102,6 +102,10 @@ TEST(COleVariant, NumbersTakeTheTypesThatFitThem) {
     EXPECT_EQ(COleVariant(LONG{5}, VT_INT).vt, VT_INT);
     EXPECT_EQ(COleVariant(E_FAIL, VT_ERROR).scode, E_FAIL);
     EXPECT_TRUE(Raises<CInvalidArgException>([] { COleVariant(LONG{5}, VT_R8); }));
+    EXPECT_EQ(COleVariant(5L, VT_I4), COleVariant(LONG{5}));
+    EXPECT_EQ(COleVariant(5L, VT_I8), COleVariant(LONGLONG{5}));
+    EXPECT_TRUE(Raises<CInvalidArgException>([] { COleVariant(1L << 32, VT_I4); }));
+    EXPECT_TRUE(Raises<CInvalidArgException>([] { COleVariant(5L, VT_R8); }));
     EXPECT_TRUE(Raises<CInvalidArgException>([] { COleVariant(static_cast<SHORT>(5), VT_I4); }));
 }
 

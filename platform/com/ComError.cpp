@@ -4,6 +4,9 @@
 #include <cstdint>
 #include <cstdio>
 #include <iterator>
+#include <string>
+
+#include <platform/base/LastError.h>
 
 namespace {
 
@@ -34,22 +37,39 @@ constexpr ResultText kResultTexts[] = {
     {DISP_E_PARAMNOTOPTIONAL, "A needed parameter is missing"},
 };
 
+// The text of `code`, or null.
+const char* OwnText(HRESULT code) {
+    const auto* found = std::find_if(std::begin(kResultTexts), std::end(kResultTexts),
+                                     [code](const ResultText& row) { return row.code == code; });
+    return found == std::end(kResultTexts) ? nullptr : found->text;
+}
+
+// The text of the system's error whose number `code` carries; empty for none.
+std::string SystemText(HRESULT code) {
+    const auto bits = static_cast<std::uint32_t>(code);
+    constexpr std::uint32_t ofTheSystem = 0x80070000;
+    const DWORD number = bits & 0xFFFF;
+    return (bits & 0xFFFF0000) == ofTheSystem && number != 0 ? SystemErrorText(number) : "";
+}
+
 }  // namespace
 
 _com_error::_com_error(HRESULT code, const char* description)
     : m_code(code), m_description(description) {
-    std::snprintf(m_unknown, sizeof m_unknown, "Unknown error 0x%08X",
-                  static_cast<unsigned>(m_code));
+    if (OwnText(code) != nullptr) return;
+    if (const std::string text = SystemText(code); !text.empty()) {
+        std::snprintf(m_text, sizeof m_text, "%s", text.c_str());
+    } else {
+        std::snprintf(m_text, sizeof m_text, "Unknown error 0x%08X", static_cast<unsigned>(code));
+    }
 }
-
 _com_error::_com_error(const _com_error&) = default;
 _com_error& _com_error::operator=(const _com_error&) = default;
 _com_error::~_com_error() = default;
 
 const char* _com_error::ErrorMessage() const {
-    const auto* found = std::find_if(std::begin(kResultTexts), std::end(kResultTexts),
-                                     [this](const ResultText& row) { return row.code == m_code; });
-    return found == std::end(kResultTexts) ? m_unknown : found->text;
+    const char* own = OwnText(m_code);
+    return own == nullptr ? m_text : own;
 }
 
 void _com_issue_error(HRESULT code) {

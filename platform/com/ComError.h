@@ -20,8 +20,9 @@ public:
 
     /// The result.
     HRESULT Error() const { return m_code; }
-    /// The general text of the result, "Unknown error 0x80041234" if it has none. The
-    /// text lives as long as the exception.
+    /// The general text of the result; the system's for a result that is 0x80070000 plus
+    /// a number of the system's errors, and "Unknown error 0x80041234" where there is
+    /// none. The text lives as long as the exception.
     const char* ErrorMessage() const;
     /// The text of the failing object; empty when it gave none.
     _bstr_t Description() const { return m_description; }
@@ -29,7 +30,8 @@ public:
 private:
     HRESULT m_code;
     _bstr_t m_description;
-    char m_unknown[32] = {};
+    // The text of a result that has none of its own.
+    char m_text[96] = {};
 };
 
 /// Throws `_com_error` with `code`.
@@ -37,3 +39,12 @@ private:
 
 /// Throws `_com_error` with `code` and the failing object's own text.
 [[noreturn]] ZTP_API void _com_raise_error(HRESULT code, const char* description = nullptr);
+
+namespace _com_util {
+
+/// Throws `_com_error` with `result` if that is a failure.
+inline void CheckError(HRESULT result) {
+    if (FAILED(result)) _com_issue_error(result);
+}
+
+}  // namespace _com_util

@@ -28,6 +28,24 @@ TEST(ComError, MessageNamesTheResult) {
     EXPECT_STREQ(_com_error(ResultFromBits(0x80041234)).ErrorMessage(), "Unknown error 0x80041234");
 }
 
+TEST(ComError, MessageOfASystemErrorIsTheSystemsText) {
+    EXPECT_STREQ(_com_error(ResultFromBits(0x80070002)).ErrorMessage(),
+                 "No such file or directory");
+    EXPECT_STREQ(_com_error(E_OUTOFMEMORY).ErrorMessage(), "There is not enough memory");
+    EXPECT_STREQ(_com_error(ResultFromBits(0x80070000)).ErrorMessage(), "Unknown error 0x80070000");
+    EXPECT_STREQ(_com_error(ResultFromBits(0x8007FFFF)).ErrorMessage(), "Unknown error 0x8007FFFF");
+}
+
+TEST(ComError, CheckErrorRaisesFailuresOnly) {
+    EXPECT_NO_THROW(_com_util::CheckError(S_FALSE));
+    try {
+        _com_util::CheckError(E_ABORT);
+        FAIL() << "nothing thrown";
+    } catch (const _com_error& error) {
+        EXPECT_EQ(error.Error(), E_ABORT);
+    }
+}
+
 TEST(ComError, CopiesKeepResultAndTexts) {
     const _com_error original(ResultFromBits(0x80040001), "why");
     _com_error copy(original);
