@@ -40,6 +40,12 @@ public:
     explicit CMapPtrToPtr(INT_PTR nBlockSize = 10);
     ~CMapPtrToPtr() override;
 
+    /// The value of the key; null when the map does not have it.
+    void* GetValueAt(void* key) const {
+        const CPair* pair = PLookup(key);
+        return pair == nullptr ? nullptr : pair->value;
+    }
+
     /// Hash of a key; its bucket is this number modulo the size of the table.
     UINT HashKey(void* key) const { return Collections::PointerProbe::HashOfStored(key); }
 

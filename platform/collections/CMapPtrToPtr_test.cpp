@@ -390,4 +390,15 @@ TEST(CMapPtrToPtr, BehavesAsAPlainMapUnderAnyOperations) {
         }));
 }
 
+TEST(CMapPtrToPtr, GetValueAtGivesNullForAKeyThatIsNotThere) {
+    CMapPtrToPtr map;
+    int key = 0;
+    int value = 0;
+    EXPECT_EQ(map.GetValueAt(&key), nullptr);
+    map.SetAt(&key, &value);
+    EXPECT_EQ(map.GetValueAt(&key), &value);
+    EXPECT_EQ(map.GetValueAt(&value), nullptr);
+    EXPECT_EQ(map.GetCount(), 1);
+}
+
 }  // namespace

@@ -36,6 +36,20 @@ struct CTypedPtrArrayOfThree : testing::Test {
     NodeArray array;
 };
 
+TEST_F(CTypedPtrArrayOfThree, PlaceIsCastAsThePointerIs) {
+    struct Leaf : Node {
+        Leaf() : Node(9) {}
+        int depth = 3;
+    } leaf;
+    array[1] = &leaf;
+    EXPECT_EQ(static_cast<Leaf*>(array[1])->depth, 3);
+    EXPECT_EQ(((Leaf*)array[1])->depth, 3);
+    EXPECT_EQ(static_cast<Label*>(array[1]), static_cast<Label*>(&leaf));
+    EXPECT_EQ(static_cast<const void*>(array[1]), static_cast<const void*>(&leaf));
+    EXPECT_TRUE(static_cast<bool>(array[1]));
+    EXPECT_TRUE(array[1] != nullptr && array[1] == &leaf);
+}
+
 TEST_F(CTypedPtrArrayOfThree, ElementsComeOutTyped) {
     const NodeArray& constant = array;
     static_assert(std::is_same_v<decltype(constant[0]), Node*>);

@@ -32,6 +32,10 @@ public:
     TypedPlace(const TypedPlace&) = default;
 
     operator TYPE() const { return AsTyped<TYPE>(m_stored); }
+    /// As the language casts the pointer itself, to a derived class or to any other.
+    template <class OTHER>
+    requires requires(TYPE typed) { static_cast<OTHER>(typed); }
+    explicit operator OTHER() const { return static_cast<OTHER>(AsTyped<TYPE>(m_stored)); }
     TYPE operator->() const { return *this; }
     std::add_lvalue_reference_t<std::remove_pointer_t<TYPE>> operator*() const {
         return *AsTyped<TYPE>(m_stored);
