@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include <platform/com/BstrT.h>
 #include <platform/text/CString.h>
 
 /// A tag, a name or a text as an argument of the DOM's operations: made by itself
@@ -18,6 +19,7 @@ public:
     DomText(const char* text) : m_view(text == nullptr ? "" : text) {}
     DomText(const CString& text) : m_view(text.View()) {}
     DomText(const std::string& text) : m_view(text) {}
+    DomText(const _bstr_t& text) : DomText(static_cast<const char*>(text)) {}
     DomText(std::string_view text) : m_view(text.empty() ? "" : text) {}
 
     std::string_view View() const { return m_view; }

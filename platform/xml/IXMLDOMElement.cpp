@@ -3,6 +3,7 @@
 #include <string>
 
 #include <platform/com/COleVariant.h>
+#include <platform/com/ComError.h>
 #include <platform/xml/detail/DomAccess.h>
 #include <platform/xml/detail/DomChecks.h>
 
@@ -43,6 +44,13 @@ void IXMLDOMElement::setAttribute(DomText name, DomText value) const {
     const bool had = attribute.set_value(value.View().data(), value.View().size());
     if (!had && made) element.remove_attribute(attribute);
     CheckDomMemory(had);
+}
+
+void IXMLDOMElement::setAttribute(DomText name, const tagVARIANT& value) const {
+    COleVariant text;
+    const HRESULT result = VariantChangeType(&text, &value, 0, VT_BSTR);
+    if (FAILED(result)) _com_issue_error(result);
+    setAttribute(name, _bstr_t(text.bstrVal, true));
 }
 
 void IXMLDOMElement::removeAttribute(DomText name) const {

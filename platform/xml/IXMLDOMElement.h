@@ -9,6 +9,8 @@
 #include <platform/xml/DomAttributes.h>
 #include <platform/xml/IXMLDOMNode.h>
 
+struct tagVARIANT;
+
 /// The operations of an element: those of a node, and its attributes.
 class ZTP_API IXMLDOMElement : public IXMLDOMNode {
 public:
@@ -24,6 +26,9 @@ public:
     /// Sets or adds an attribute. A `name` that is no XML name, or a value that
     /// `put_text` would refuse, raises `_com_error` with `E_INVALIDARG`.
     void setAttribute(DomText name, DomText value) const;
+    /// The same with a value that is turned into text by `VariantChangeType`, whose failures
+    /// are raised, too.
+    void setAttribute(DomText name, const tagVARIANT& value) const;
     /// Takes the attribute away; that there is none is no failure.
     void removeAttribute(DomText name) const;
     /// The attributes in document order, to walk over.

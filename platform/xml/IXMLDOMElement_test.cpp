@@ -82,4 +82,18 @@ TEST(IXMLDOMElement, FindsElementsAmongAllDescendants) {
     EXPECT_EQ(FailureOf([&] { root->getElementsByTagName(""); }), E_INVALIDARG);
 }
 
+TEST(IXMLDOMElement, TakesNumbersAndWideTextsAsAttributes) {
+    const IXMLDOMDocumentPtr document = DocumentOf("<a/>");
+    const IXMLDOMElementPtr element = document->documentElement();
+    element->setAttribute("n", COleVariant(LONG{5}));
+    element->setAttribute("x", COleVariant(0.5));
+    element->setAttribute(_bstr_t("t"), COleVariant("\xC3\xA9"));
+    EXPECT_EQ(document->xml(), "<a n=\"5\" x=\"0.5\" t=\"\xC3\xA9\"/>");
+    COleVariant null;
+    null.vt = VT_NULL;
+    EXPECT_EQ(FailureOf([&] { element->setAttribute("n", null); }), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(FailureOf([&] { element->setAttribute("1", COleVariant(LONG{5})); }), E_INVALIDARG);
+    EXPECT_EQ(element->attributeView("n"), "5");
+}
+
 }  // namespace
