@@ -35,8 +35,10 @@
 #include <zt/numerics/ZGroup.h>
 #include <zt/persist/PC.h>
 #include <zt/persist/PCExBase.h>
+#include <zt/ranges/Grid1D.h>
 #include <zt/ranges/Grid1DLocation.h>
 #include <zt/ranges/MapAffine.h>
+#include <zt/ranges/Range.h>
 #include <zt/ranges/RangeEx.h>
 #include <zt/ranges/RangeInt.h>
 #include <zt/ranges/RangePos.h>

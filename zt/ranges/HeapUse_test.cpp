@@ -4,6 +4,7 @@
 #include <zt/numerics/DoubleZT.h>
 #include <zt/numerics/ScalarFunctions.h>
 #include <zt/numerics/SolveNl.h>
+#include <zt/ranges/AllocationCount_test.h>
 #include <zt/ranges/RangeR1.h>
 
 #include <platform/files/CArchive.h>
@@ -48,6 +49,10 @@ void operator delete(void* memory, std::size_t) noexcept {
 }
 void operator delete[](void* memory, std::size_t) noexcept {
     std::free(memory);
+}
+
+std::size_t testing_support::AllocationsSoFar() {
+    return allocations;
 }
 
 namespace ZT {
