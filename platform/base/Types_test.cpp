@@ -33,6 +33,7 @@ TEST(ResultCodes, FailuresAreNegative) {
 
 TEST(ResultCodes, HaveTheirBits) {
     EXPECT_EQ(static_cast<DWORD>(E_NOINTERFACE), 0x80004002u);
+    EXPECT_EQ(static_cast<DWORD>(REGDB_E_CLASSNOTREG), 0x80040154u);
     EXPECT_EQ(static_cast<DWORD>(E_POINTER), 0x80004003u);
     EXPECT_EQ(static_cast<DWORD>(E_FAIL), 0x80004005u);
     EXPECT_EQ(static_cast<DWORD>(E_UNEXPECTED), 0x8000FFFFu);

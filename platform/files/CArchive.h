@@ -97,8 +97,8 @@ public:
     /// Writes `count` bytes.
     void Write(const void* bytes, UINT count);
     /// Storing: hands what is buffered to the file; what the file refuses is dropped.
-    /// Loading: gives back to the file
-    /// what was read ahead, so that its position is that of the archive.
+    /// Loading: gives back to the file what was read ahead, so that its position is
+    /// that of the archive.
     void Flush();
     /// Flushes and lets go of the file, which stays open.
     void Close();

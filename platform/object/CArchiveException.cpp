@@ -6,9 +6,9 @@ namespace {
 constexpr LPCSTR causeTexts[] = {
     "No error occurred.",
     "An unspecified error occurred while accessing %s.",
-    "An attempt was made to write to the reading %s.",
+    "An attempt was made to write to %s, which is being read.",
     "An attempt was made to access %s past its end.",
-    "An attempt was made to read from the writing %s.",
+    "An attempt was made to read from %s, which is being written.",
     "%s has a bad reference to an object.",
     "%s has an object of an unexpected class.",
     "%s has an object of another version.",

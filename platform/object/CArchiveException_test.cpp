@@ -60,7 +60,11 @@ TEST(CArchiveException, MessageTellsCauseAndName) {
     EXPECT_EQ(MessageOf(CArchiveException::endOfFile, "a%s.bin"),
               "An attempt was made to access a%s.bin past its end.");
     EXPECT_EQ(MessageOf(CArchiveException::badClass, nullptr),
-              "an unnamed archive has an object of an unexpected class.");
+              "An unnamed archive has an object of an unexpected class.");
+    EXPECT_EQ(MessageOf(CArchiveException::readOnly, "a.bin"),
+              "An attempt was made to write to a.bin, which is being read.");
+    EXPECT_EQ(MessageOf(CArchiveException::writeOnly, nullptr),
+              "An attempt was made to read from an unnamed archive, which is being written.");
     EXPECT_EQ(MessageOf(CArchiveException::none, "a"), "No error occurred.");
 }
 

@@ -6,5 +6,6 @@ std::string CauseText(std::span<const LPCSTR> texts, INT cause, INT fallback, LP
     std::string text = texts[static_cast<std::size_t>(known ? cause : fallback)];
     const std::size_t place = text.find("%s");
     if (place == std::string::npos) return text;
-    return text.replace(place, 2, *name ? std::string(name) : std::string("an unnamed ") + kind);
+    const LPCSTR unnamed = place == 0 ? "An unnamed " : "an unnamed ";
+    return text.replace(place, 2, *name ? std::string(name) : std::string(unnamed) + kind);
 }

@@ -10,7 +10,7 @@
 #include <string>
 
 /// The text of `cause` from `texts`, with the first "%s" replaced by `name`, or
-/// by "an unnamed " and `kind` if the name is empty. A cause outside the table
-/// counts as `fallback`.
+/// by "an unnamed " and `kind` if the name is empty, with a capital at the start.
+/// A cause outside the table counts as `fallback`.
 std::string CauseText(std::span<const LPCSTR> texts, INT cause, INT fallback, LPCSTR name,
                       LPCSTR kind);
