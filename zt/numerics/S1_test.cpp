@@ -388,6 +388,20 @@ TEST(S1, UnitConversionsDoNotReduce) {
     EXPECT_THAT(d, Is(-360.0 * 0.017453292519943278));
 }
 
+template <class T>
+concept TurnsTwoIntoDegrees = requires(double a) {
+    T::ToDegree(a, a);
+};
+template <class T>
+concept TurnsTwoIntoRadians = requires(double a) {
+    T::ToRadian(a, a);
+};
+
+TEST(S1, TwoAnglesAtOnceTurnIntoRadiansOnly) {
+    EXPECT_TRUE(TurnsTwoIntoRadians<S1>);
+    EXPECT_FALSE(TurnsTwoIntoDegrees<S1>);
+}
+
 // The same point.
 
 TEST(S1, EqualWithinTheTolerance) {
@@ -452,6 +466,9 @@ TEST(S1, DiffSignedTakesTheShorterWay) {
     EXPECT_THAT(S1::DiffSigned(zPi, 0.0), Is(zPi));
     EXPECT_THAT(S1::DiffSigned(zPiPlus, 0.0), Is(zPiPlus));
     EXPECT_THAT(S1::DiffSigned(Up(zPiPlus), 0.0), Is(Up(zPiPlus) - z2Pi));
+    // Up to the tolerance, itself included, there is no turn to add and to take off.
+    EXPECT_THAT(S1::DiffSigned(0.0, 5e-11), Is(-5e-11));
+    EXPECT_THAT(S1::DiffSigned(0.0, zToler), Is(-zToler));
 }
 
 TEST(S1, DistBeyondHalfATurnLosesHalfATurnOnly) {
@@ -462,6 +479,7 @@ TEST(S1, DistBeyondHalfATurnLosesHalfATurnOnly) {
     EXPECT_THAT(S1::dist(0.0, zPi), Is(zPi));
     EXPECT_THAT(S1::dist(0.0, zPiPlus), Is(zPiPlus - zPi));
     EXPECT_THAT(S1::dist(5e-11, 0.0), Is(-5e-11));
+    EXPECT_THAT(S1::dist(zToler, 0.0), Is(-zToler));
 }
 
 // On an arc.
@@ -644,6 +662,47 @@ TEST(S1, InOpenRangeAcrossTheSeam) {
     EXPECT_TRUE(S1::InOpenRange(-zPi + 3e-10, zPi, 1.0, true));
 }
 
+TEST(S1, InOpenRangeMeetsAnEndOnTheOtherSideOfTheSeam) {
+    // The end lies above pi and the angle above -pi, a turn less 3e-11 apart.
+    const double end = zPi + 9e-11;
+    const double x = -zPi + 1.2e-10;
+    EXPECT_TRUE(S1::InRange(x, end, 1.0, true));
+    EXPECT_FALSE(S1::InOpenRange(x, end, 1.0, true));
+    EXPECT_TRUE(S1::InRange(x, 1.0, end, false));
+    EXPECT_FALSE(S1::InOpenRange(x, 1.0, end, false));
+}
+
+// The test, step by step.
+bool InOpenRangeStepByStep(double x, double a, double b, bool bCCW) {
+    if (!InRangeStepByStep(x, a, b, bCCW)) return false;
+    double x1 = x;
+    if (a > x + 1e-10) x1 += z2Pi;
+    if (1e-10 > std::fabs(x1 - a)) return false;
+    double x2 = x;
+    if (b > x + 1e-10) x2 += z2Pi;
+    return !(1e-10 > std::fabs(x2 - b));
+}
+
+TEST(S1Laws, InOpenRangeTakesItsStepsAtEveryBound) {
+    std::vector<double> bounds = {-2.0, 2.0, kNaN};
+    for (const double at : {-zPi, 0.0, 1.0, zPi}) {
+        for (const double by : {0.0, 5e-11, 9e-11, 1e-10, 1.2e-10, 2e-10, 1.1e-9}) {
+            bounds.push_back(at + by);
+            bounds.push_back(at - by);
+        }
+    }
+    for (const double x : bounds) {
+        for (const double a : bounds) {
+            for (const double b : bounds) {
+                for (const bool ccw : {false, true}) {
+                    ASSERT_EQ(S1::InOpenRange(x, a, b, ccw), InOpenRangeStepByStep(x, a, b, ccw))
+                        << InFull(x) << " on " << InFull(a) << " to " << InFull(b) << ccw;
+                }
+            }
+        }
+    }
+}
+
 // On the way between two.
 
 TEST(S1, SegmentPointGoesTheShorterWay) {
@@ -684,6 +743,12 @@ TEST(S1, ArcPointBetweenEqualAnglesIsTheFirstToTheBit) {
         EXPECT_THAT(S1::GetSegmentPoint(0.1, 0.1, t, true), Is(0.1));
         EXPECT_THAT(S1::GetSegmentPoint(100.0, 100.0 + 5e-11, t, false), Is(100.0));
     }
+}
+
+TEST(S1, ArcPointBetweenAnglesTheToleranceApartDoesNotGoRound) {
+    // Far enough to have a way, and not out of order.
+    EXPECT_THAT(S1::GetSegmentPoint(zToler, 0.0, 0.5, true), DoubleNear(5e-11, 1e-20));
+    EXPECT_THAT(S1::GetSegmentPoint(0.0, zToler, 0.5, false), DoubleNear(5e-11, 1e-20));
 }
 
 TEST(S1Laws, ArcPointLiesOnItsArc) {
@@ -791,11 +856,17 @@ TEST_F(S1List, PointTheToleranceAfterAnotherIsDropped) {
     EXPECT_THAT(Angles(list), ElementsAre(0.0, 1.0));
 }
 
-TEST_F(S1List, ListOutOfOrderCanDropThePoint) {
-    // Seen from their predecessors, all but NaN come in some order.
+TEST_F(S1List, PointThatIsNoNumberIsDropped) {
     Append({0.0, 1.0});
     Insert(kNaN);
     EXPECT_THAT(Angles(list), ElementsAre(0.0, 1.0));
+}
+
+TEST_F(S1List, ListOutOfOrderCanDropThePoint) {
+    // Seen from the seam the raw angle lies before all others, and seen from itself after.
+    Append({zPi, -100.0});
+    Insert(0.0);
+    EXPECT_THAT(Angles(list), ElementsAre(zPi, -100.0));
 }
 
 TEST_F(S1List, KeepsTheRawAngleOfThePoint) {
