@@ -223,17 +223,19 @@ public:
     bool GetComplimentary(RangeS1& out) const;
 
     /// Cuts this arc down to what it shares with `r`, and tells in how many pieces that is: 0,
-    /// 1 or 2. Nothing makes the arc empty and leaves its limits.
+    /// 1 or 2. If they share nothing, the arc becomes empty and keeps its limits.
     ///
     /// Where two pieces remain, `r` passes through the gap of this arc. This arc becomes the
     /// piece from its own start to the end of `r`. The other piece is not delivered: `r` goes
-    /// through its `Set` with its own limits. An arc inside `r` stays as it is to the bit. A
-    /// whole circle takes over the limits of a partial `r` by `Copy`, without its flag.
+    /// through its `Set` with its own limits. A single piece takes a limit of `r` that lies on
+    /// this arc as it stands, also where the two are within the tolerance of one another; an
+    /// arc on which neither lies keeps its own to the bit. A whole circle takes over the
+    /// limits of a partial `r` by `Copy`, without its flag.
     unsigned char Intersect(RangeS1& r);
 
     /// Takes `r` away from this arc, ends excluded, and tells how many pieces remain: 0, 1 or
-    /// 2. Nothing makes the arc empty and leaves its limits. Of two pieces the second is
-    /// returned in `r`, through its `Set`.
+    /// 2. If nothing remains, the arc becomes empty and keeps its limits. Of two pieces the
+    /// second is returned in `r`, through its `Set`.
     ///
     /// An `r` with equal limits, by `RangeR1::IsSingleton`, takes nothing away from a partial
     /// arc: a point, and the whole circle too.

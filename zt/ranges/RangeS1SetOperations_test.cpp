@@ -11,6 +11,7 @@
 #include <cmath>
 #include <functional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace ZT {
@@ -703,15 +704,17 @@ TEST(RangeS1SetOperations, IntersectInTwoPiecesDoesNotDeliverTheSecond) {
     EXPECT_NEAR(r.m_max, -1.0, 1e-15);
 }
 
+// Counts what is stored through its Set.
+struct Watched : RangeS1 {
+    explicit Watched(const RangeS1& r) : RangeS1(r) {}
+    void Set(double a, double b) override {
+        ++sets;
+        RangeS1::Set(a, b);
+    }
+    int sets = 0;
+};
+
 TEST(RangeS1SetOperations, IntersectReachesADerivedSetForTwoPiecesOnly) {
-    struct Watched : RangeS1 {
-        explicit Watched(const RangeS1& r) : RangeS1(r) {}
-        void Set(double a, double b) override {
-            ++sets;
-            RangeS1::Set(a, b);
-        }
-        int sets = 0;
-    };
     Watched arc(RawArc(-2.0, 2.0));
     Watched r(RawArc(1.0, -1.0));
     EXPECT_EQ(arc.Intersect(r), 2);
@@ -818,6 +821,43 @@ TEST(RangeS1SetOperations, SubtractReducesInTwoPiecesButNotTheStart) {
     EXPECT_THAT(d.rest, IsPartial(S1::Factorize(odd + 1.0), S1::Factorize(3.0)));
 }
 
+TEST(RangeS1SetOperations, SubtractStoresSingleLimitsAsTheyStand) {
+    const double odd = AngleThatRounds();
+    const RangeS1 arc = RawArc(0.5, 3.0);
+    EXPECT_THAT(Difference(arc, RawArc(0.5, odd)).arc, IsPartial(odd, 3.0));
+    EXPECT_THAT(Difference(arc, RawArc(odd, 3.0)).arc, IsPartial(0.5, odd));
+    EXPECT_THAT(Difference(arc, RawArc(0.25, odd)).arc, IsPartial(odd, 3.0));
+    EXPECT_THAT(Difference(arc, RawArc(odd, -3.0)).arc, IsPartial(0.5, odd));
+    EXPECT_THAT(Difference(FullArc(), RawArc(odd, 3.0)).arc, IsPartial(3.0, odd));
+}
+
+TEST(RangeS1SetOperations, SubtractReachesADerivedSetForTheSecondPieceOnly) {
+    const auto setsOf = [](const RangeS1& from, const RangeS1& r) {
+        Watched arc(from);
+        Watched rest(r);
+        arc.Subtract(rest, nullptr);
+        return std::pair(arc.sets, rest.sets);
+    };
+    EXPECT_EQ(setsOf(RawArc(1.0, 3.0), RawArc(1.5, 2.0)), std::pair(0, 1));
+    for (const RangeS1& r : {RawArc(1.0, 2.0), RawArc(2.0, 3.0), RawArc(0.5, 2.0),
+                             RawArc(2.0, -3.0), RawArc(2.5, 1.5), RawArc(0.5, -3.0)}) {
+        EXPECT_EQ(setsOf(RawArc(1.0, 3.0), r), std::pair(0, 0)) << testing::PrintToString(r);
+    }
+    EXPECT_EQ(setsOf(FullArc(), RawArc(1.0, 2.0)), std::pair(0, 0));
+}
+
+TEST(RangeS1SetOperations, SubtractBeyondTheToleranceFromTheEndsLeavesTwoPieces) {
+    EXPECT_EQ(Difference(RawArc(1.0, 3.0), RawArc(1.0 + kBeyond, 2.0)).count, 2);
+    EXPECT_EQ(Difference(RawArc(1.0, 3.0), RawArc(2.0, 3.0 - kBeyond)).count, 2);
+}
+
+TEST(RangeS1SetOperations, SubtractOfASliverAtTheStartTells) {
+    const Difference d(RawArc(1.0, 3.0), RawArc(0.0, 1.0 + kBeyond));
+    EXPECT_EQ(d.count, 1);
+    EXPECT_THAT(d.arc, IsPartial(1.0 + kBeyond, 3.0));
+    EXPECT_TRUE(d.changed);
+}
+
 TEST(RangeS1SetOperations, SubtractAtTheStartTellsAndAtTheEndDoesNot) {
     const Difference start(RawArc(1.0, 3.0), RawArc(1.0 + kWithin, 2.0));
     EXPECT_EQ(start.count, 1);
@@ -914,6 +954,27 @@ TEST(RangeS1SetOperations, LocationWithACoarseTolerance) {
     EXPECT_EQ(arc.GetRangeLocation(RawArc(1.5, 1.505), 0.01), RangeR1::eRangeLocnIn);
     EXPECT_EQ(arc.GetRangeLocation(RawArc(0.5, 2.005), 0.01), RangeR1::eRangeLocnCoverAtMax);
     EXPECT_EQ(arc.GetRangeLocation(RawArc(0.995, 2.5), 0.01), RangeR1::eRangeLocnCoverAtMin);
+}
+
+TEST(RangeS1SetOperations, LocationInsideTakesTheGivenToleranceAndAroundTheLibrarys) {
+    const RangeS1 arc = RawArc(1.0, 2.0);
+    constexpr double kFine = 1e-12;
+    EXPECT_EQ(arc.GetRangeLocation(RawArc(1.0 + kWithin, 1.5), kFine), RangeR1::eRangeLocnIn);
+    EXPECT_EQ(arc.GetRangeLocation(RawArc(1.5, 2.0 - kWithin), kFine), RangeR1::eRangeLocnIn);
+    EXPECT_EQ(arc.GetRangeLocation(RawArc(1.0, 1.0 + kWithin), kFine), RangeR1::eRangeLocnInAtMin);
+    EXPECT_EQ(arc.GetRangeLocation(RawArc(1.0 - kWithin, 2.5), kFine),
+              RangeR1::eRangeLocnCoverAtMin);
+    EXPECT_EQ(arc.GetRangeLocation(RawArc(0.5, 2.0 + kWithin), kFine),
+              RangeR1::eRangeLocnCoverAtMax);
+}
+
+TEST(RangeS1SetOperations, LocationAtExactlyTheTolerance) {
+    const RangeS1 arc = RawArc(0.0, 1.0);
+    // Neither limit is further off than the tolerance, and neither is snapped.
+    EXPECT_EQ(arc.GetRangeLocation(RawArc(0.25, 0.75), 0.25), RangeR1::eRangeLocnSame);
+    // Sharing a limit is strict.
+    EXPECT_EQ(arc.GetRangeLocation(RawArc(0.25, 0.5), 0.25), RangeR1::eRangeLocnIn);
+    EXPECT_EQ(arc.GetRangeLocation(RawArc(0.5, 0.75), 0.25), RangeR1::eRangeLocnIn);
 }
 
 TEST(RangeS1SetOperations, LocationOfTwoPiecesIsDecidedByTheFirst) {
