@@ -80,6 +80,13 @@ TEST(DoubleZT, IsEqualPercentIsFalseAtExactlyTheFraction) {
     EXPECT_FALSE(DoubleZT::IsEqualPercent(2.0, 3.0, 0.5));
 }
 
+TEST(DoubleZT, IsEqualPercentDividesTheDifference) {
+    // The quotient less one is a little less than the fraction, by rounding.
+    const double b = 6.6 + 6.6 * 0.9;
+    ASSERT_LT(b / 6.6 - 1, 0.9);
+    EXPECT_FALSE(DoubleZT::IsEqualPercent(6.6, b, 0.9));
+}
+
 TEST(DoubleZT, IsEqualPercentOfATinyBaseAsksForATinyNumber) {
     EXPECT_TRUE(DoubleZT::IsEqualPercent(9e-9, -9e-9, 0.0));
     EXPECT_TRUE(DoubleZT::IsEqualPercent(0.0, 0.0, 0.0));
@@ -148,6 +155,9 @@ TEST(DoubleZT, IsRatioIncludesBothEndsAndTheTolerance) {
     EXPECT_FALSE(DoubleZT::IsRatio(std::nextafter(-0.25, -1.0), 0.25));
     EXPECT_FALSE(DoubleZT::IsRatio(std::nextafter(1.25, 2.0), 0.25));
     EXPECT_FALSE(DoubleZT::IsRatio(kNaN, 0.25));
+    // As a difference from 1 it would be more than the tolerance, by rounding.
+    ASSERT_GT((1.0 + zToler) - 1.0, zToler);
+    EXPECT_TRUE(DoubleZT::IsRatio(1.0 + zToler, zToler));
 }
 
 TEST(DoubleZT, RoundTakesAnExactHalfDown) {

@@ -457,6 +457,15 @@ TEST_F(Knots, PointExactlyTheToleranceAboveTheFirstEntryIsInTheFirstSegment) {
     EXPECT_EQ(Segment(zToler), 1);
 }
 
+TEST_F(Knots, ToleranceIsAddedToAnEntryBeforeTheComparison) {
+    // As a difference from the entry it would be less than the tolerance, by rounding.
+    const double x = 0.1 + zToler;
+    ASSERT_LT(x - 0.1, zToler);
+    const double entries[] = {0.0, 0.1, 0.2};
+    EXPECT_EQ(zFindSegment(x, entries, 0, 2), 2);
+    EXPECT_EQ(zFindSegment(x, entries + 1, 0, 1), 1);
+}
+
 TEST_F(Knots, PointBeyondTheLastEntryGivesTheUpperBound) {
     EXPECT_EQ(Segment(100.0), 5);
     EXPECT_EQ(Segment(100.0, 0, 3), 3);
@@ -567,8 +576,11 @@ TEST(hxNormalize, DividesByTheLength) {
 }
 
 TEST(hxNormalize, AddsTheSquaresFromTheFirstOn) {
-    double v[3] = {1e-3, 1.1, 1e6 / 3};
+    // In any other order the length is another number.
+    double v[3] = {-5.1, 8.4, -1.1};
     const double length = std::sqrt(((v[0] * v[0]) + v[1] * v[1]) + v[2] * v[2]);
+    ASSERT_NE(length, std::sqrt(v[0] * v[0] + (v[1] * v[1] + v[2] * v[2])));
+    ASSERT_NE(length, std::sqrt((v[0] * v[0] + v[2] * v[2]) + v[1] * v[1]));
     const double expected[3] = {v[0] / length, v[1] / length, v[2] / length};
     EXPECT_TRUE(hxNormalize(v));
     EXPECT_THAT(v, ElementsAre(Is(expected[0]), Is(expected[1]), Is(expected[2])));

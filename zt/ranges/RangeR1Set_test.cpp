@@ -87,6 +87,7 @@ INSTANTIATE_TEST_SUITE_P(
                     SetCase{"SetEmpty", OPERATION(SetEmpty()), 0, 0},
                     SetCase{"SetFullInfinite", OPERATION(SetFull(true)), 0, 0},
                     SetCase{"SetUnordered", OPERATION(SetUnordered(2.0, 1.0)), 0, 0},
+                    SetCase{"SetUnorderedInOrder", OPERATION(SetUnordered(1.0, 2.0)), 0, 0},
                     SetCase{"SetEx", OPERATION(SetEx(1.0, 2.0)), 0, 0},
                     SetCase{"SetExternal", OPERATION(SetExternal(true)), 0, 0},
                     SetCase{"SetExternalOfAFullRange",

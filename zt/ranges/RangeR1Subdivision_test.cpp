@@ -205,10 +205,13 @@ TEST(RangeR1Subdivision, NextOfNoSegmentsIsTheLowerLimit) {
 
 TEST(RangeR1Subdivision, NextIsTheSumOfTheLowerLimitAndTheSteps) {
     const RangeR1 range(0.1, 0.8);
-    for (int k = 0; k < 7; ++k) {
-        const double between = 0.1 + (k + 0.5) * (0.8 - 0.1) / 7;
-        EXPECT_THAT(range.GetNext(between, 7, nullptr, nullptr),
-                    Is(0.1 + (k + 1) * (0.8 - 0.1) / 7));
+    for (int n = 2; n <= 40; ++n) {
+        for (int k = 0; k < n; ++k) {
+            const double between = 0.1 + (k + 0.5) * (0.8 - 0.1) / n;
+            const double next = 0.1 + (k + 1) * (0.8 - 0.1) / n;
+            EXPECT_THAT(range.GetNext(between, n, nullptr, nullptr), Is(next)) << k << " of " << n;
+            EXPECT_THAT(range.GetUpper(between, n, nullptr), Is(next)) << k << " of " << n;
+        }
     }
 }
 
@@ -285,6 +288,13 @@ TEST(RangeR1Subdivision, SetupGainsNoStepForExactlyTheTolerance) {
     range.Setup(zToler, n);
     EXPECT_EQ(n, 1);
     EXPECT_THAT(range, HasLimits(0.0, zToler));
+    // As a difference the same terms would be above zero, by rounding.
+    const double length = 0.1 - zToler;
+    ASSERT_GT(length - 0.1 + zToler, 0.0);
+    range.Set(0.0, length);
+    range.Setup(0.1, n);
+    EXPECT_EQ(n, 1);
+    EXPECT_THAT(range, HasLimits(0.0, 0.1));
 }
 
 TEST(RangeR1Subdivision, SetupAddsTheLastStepToTheProduct) {

@@ -89,6 +89,15 @@ TEST(RangeR1Transform, InflateTakesTheHalfOfTheInflatedLength) {
     EXPECT_THAT(range, HasLimits(c - half, c + half));
 }
 
+TEST(RangeR1Transform, InflateAddsToTheFactorAndNotToTheLength) {
+    RangeR1 range(0.5, 1.7);
+    range.Inflate(0.9);
+    const double c = 1.7 * 0.5 + 0.5 * 0.5;
+    const double half = (1.7 - 0.5) * (1 + 0.9) * 0.5;
+    ASSERT_NE(half, ((1.7 - 0.5) + (1.7 - 0.5) * 0.9) * 0.5);
+    EXPECT_THAT(range, HasLimits(c - half, c + half));
+}
+
 TEST(RangeR1Transform, InflateAboutAPivotTakesTheFactorItself) {
     RangeR1 range(1.0, 3.0);
     range.Inflate(2.0, 2.0);
@@ -101,6 +110,9 @@ TEST(RangeR1Transform, InflateAboutAPivotMultipliesTheDistances) {
     RangeR1 range(0.1, 0.8);
     range.Inflate(0.7, 0.3);
     EXPECT_THAT(range, HasLimits(0.3 - (0.3 - 0.1) * 0.7, 0.3 + (0.8 - 0.3) * 0.7));
+    range.Set(0.7, 1.8);
+    range.Inflate(0.3, 1.5);
+    EXPECT_THAT(range, HasLimits(1.5 - (1.5 - 0.7) * 0.3, 1.5 + (1.8 - 1.5) * 0.3));
     range.Set(0.1, 0.8);
     range.Inflate2(0.7, 0.3);
     const double pivot = (1 - 0.3) * 0.1 + 0.3 * 0.8;
@@ -270,6 +282,12 @@ TEST(RangeR1Transform, SetMaxAndMinKeepLength) {
     range.Set(0.1, 0.8);
     range.SetMinKeepLength(3.3);
     EXPECT_THAT(range, HasLimits(3.3, 3.3 + (0.8 - 0.1)));
+    range.Set(0.4, 1.3);
+    range.SetMaxKeepLength(4.9);
+    EXPECT_THAT(range, HasLimits(4.9 - (1.3 - 0.4), 4.9));
+    range.Set(0.4, 1.3);
+    range.SetMinKeepLength(4.9);
+    EXPECT_THAT(range, HasLimits(4.9, 4.9 + (1.3 - 0.4)));
 }
 
 TEST(RangeR1Transform, AddMarginWidensWhereItIsTooTight) {
@@ -300,6 +318,15 @@ TEST(RangeR1Transform, AddMarginAtExactlyTheToleranceStays) {
     EXPECT_THAT(range, HasLimits(0.0, 0.0));
     range.AddMargin(RangeR1(0.0, 0.0), 2 * zToler);
     EXPECT_THAT(range, HasLimits(-2 * zToler, 2 * zToler));
+}
+
+TEST(RangeR1Transform, AddMarginComparesItWithTheGapBetweenTheLimits) {
+    // In another order the same terms say otherwise, by rounding.
+    const double lo = 3.1999999998999997;
+    ASSERT_LT(lo - (2.3 - zToler), 0.9);
+    RangeR1 range(0.9, 100.0);
+    range.AddMargin(RangeR1(lo, 50.0), 2.3);
+    EXPECT_THAT(range, HasLimits(0.9, 100.0));
 }
 
 TEST(RangeR1Transform, AdjustCentralCoversTheOtherSymmetrically) {

@@ -620,6 +620,7 @@ TEST(RangeR1, EmptyIntervalWithAnInfiniteLowerLimit) {
     EXPECT_TRUE(RangeR1().IsEmptyInterval());
     EXPECT_TRUE(RangeR1(2e306, 9e306).IsEmptyInterval());
     EXPECT_FALSE(RangeR1(-1e307, 0.0).IsEmptyInterval());
+    EXPECT_FALSE(RangeR1(-1e307, 5.0).IsEmptyInterval());
     EXPECT_FALSE(RangeR1(-1e307, -zFinite).IsEmptyInterval());
     EXPECT_TRUE(RangeR1(-1e307, -2e306).IsEmptyInterval());
     EXPECT_FALSE(RangeR1(zFinite, 1e307).IsEmptyInterval());
@@ -950,6 +951,8 @@ TEST(RangeR1, InsideOfHoldsBothLimits) {
     EXPECT_FALSE(range.IsInsideOf(RangeR1(0.5, 2.0)));
     EXPECT_FALSE(range.IsInsideOf(RangeR1(-1.0, 0.5)));
     EXPECT_TRUE(RangeR1(-zToler, zToler).IsInsideOf(RangeR1(0.0, 0.0)));
+    EXPECT_TRUE(RangeR1(0.5, 0.5).IsInsideOf(range));
+    EXPECT_FALSE(RangeR1(5.0, 5.0).IsInsideOf(range));
 }
 
 TEST(RangeR1, EmptyIsInsideOfEverything) {
