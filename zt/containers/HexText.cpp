@@ -1,4 +1,4 @@
-#include <zt/containers/HexKernels.h>
+#include <zt/containers/detail/HexKernels.h>
 #include <zt/containers/HexText.h>
 
 #include <platform/object/Allocation.h>

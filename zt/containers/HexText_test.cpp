@@ -4,7 +4,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <zt/containers/HexKernels.h>
+#include <zt/containers/detail/HexKernels.h>
 #include <zt/containers/HexText.h>
 #include <algorithm>
 #include <memory>

@@ -1,7 +1,7 @@
 #include <platform/object/Allocation.h>
 #include <zt/containers/HXString.h>
 #include <zt/frame/TriStateAlg.h>
-#include <zt/persist/NumberRow.h>
+#include <zt/persist/detail/NumberRow.h>
 #include <zt/persist/PCExBase.h>
 
 #include <algorithm>

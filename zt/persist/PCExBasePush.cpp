@@ -1,4 +1,4 @@
-#include <zt/persist/NumberRow.h>
+#include <zt/persist/detail/NumberRow.h>
 #include <zt/persist/PCExBase.h>
 
 #include <string_view>

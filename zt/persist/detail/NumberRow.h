@@ -6,7 +6,7 @@
 
 #include <platform/object/Allocation.h>
 #include <zt/frame/ZT.h>
-#include <zt/persist/NumberText.h>
+#include <zt/persist/detail/NumberText.h>
 
 #include <algorithm>
 #include <cstddef>

@@ -1,5 +1,5 @@
 #include <locale.h>
-#include <zt/persist/NumberText.h>
+#include <zt/persist/detail/NumberText.h>
 
 #include <algorithm>
 #include <bit>

@@ -1,6 +1,6 @@
 #include <immintrin.h>
 
-#include <zt/containers/HexKernels.h>
+#include <zt/containers/detail/HexKernels.h>
 #include <array>
 
 namespace ZT::hex {

@@ -1,5 +1,5 @@
 #include <gtest/gtest.h>
-#include <zt/persist/NumberRow.h>
+#include <zt/persist/detail/NumberRow.h>
 
 #include <algorithm>
 #include <cstdio>
