@@ -23,7 +23,10 @@ endif()
 
 find_program(ZT_CCACHE ccache)
 if(ZT_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${ZT_CCACHE}")
+  # Paths below the checkout are kept relative, so that a second clone finds what
+  # the first one compiled.
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env
+    "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1 "${ZT_CCACHE}")
 endif()
 
 add_library(zt_warnings INTERFACE)
@@ -100,8 +103,6 @@ function(zt_folder_programs prefix libraries)
         # GoogleTest's assertions and offsetof on a class with virtual
         # operations are both deliberate here.
         target_compile_options(${stem}_tests PRIVATE -Wno-invalid-offsetof)
-        target_compile_definitions(${stem}_tests PRIVATE
-          ZT_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
         # Instrumented tests take twice as long to compile with any optimisation.
         if(ZT_SANITIZED)
           target_compile_options(${stem}_tests PRIVATE -O0)
