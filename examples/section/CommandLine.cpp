@@ -165,15 +165,16 @@ Options ParseCommandLine(const std::vector<std::string>& arguments) {
 std::string HelpText() {
     return "Usage: section [OPTION]... [FILE]\n"
            "\n"
-           "Cuts the triangle mesh in the STL file FILE (ASCII or binary) into layers along z,\n"
-           "counts the facets that each layer meets, stores the bounds and the layers as XML,\n"
-           "loads them again to compare, and prints them. Without FILE it takes a mesh of the\n"
-           "Debian package assimp-testmodels. Lengths are in the unit of the file.\n"
+           "Cuts the triangle mesh in the STL file FILE (ASCII or binary) into layers along z.\n"
+           "For each layer it counts the facets that the layer meets, finds the arc of\n"
+           "directions that they face and the contours at the middle of the layer; stores it\n"
+           "all as XML, loads it again to compare, and prints it. Without FILE it takes a mesh\n"
+           "of the Debian package assimp-testmodels. Lengths are in the unit of the file.\n"
            "\n"
-           "  -l, --layers N   cut the height into N equal layers, 1 to " +
+           "  -l, --layers N   cut layers of a round height, about N of them, 1 to " +
            std::to_string(kMostLayers) + " (default " + std::to_string(Cut().m_count) +
            ")\n"
-           "  -s, --step H     cut layers of the height H from the lowest point upwards\n"
+           "  -s, --step H     cut layers of the height H, between whole multiples of it\n"
            "  -o, --out DIR    write model.xml into the folder DIR (default out)\n"
            "  -r, --read       FILE is a stored model.xml: load and print it\n"
            "  -h, --help       print this text\n"

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <vector>
 
 #include "section/Failure.h"
 
@@ -31,21 +30,51 @@ std::string BoundsDifference(const Bounds& a, const Bounds& b) {
     return {};
 }
 
-bool SameLayer(const Layer& a, const Layer& b) {
-    return a.m_nFacets == b.m_nFacets && SameRange(a.m_range, b.m_range);
+bool SameArc(const ZT::RangeS1& a, const ZT::RangeS1& b) {
+    return a.m_eState == b.m_eState && SameRange(a, b);
+}
+
+bool SameRun(const ZT::RangeZGroup& a, const ZT::RangeZGroup& b) {
+    return a == b && a.m_eState == b.m_eState;
+}
+
+bool SameContours(const ContourFigures& a, const ContourFigures& b) {
+    return a.m_nLoops == b.m_nLoops && a.m_nOpen == b.m_nOpen &&
+           SameNumber(a.m_length, b.m_length) && SameRun(a.m_run, b.m_run);
+}
+
+/// What differs between two layers, or nothing.
+std::string LayerDifference(const Layer& a, const Layer& b) {
+    if (!SameRange(a.m_range, b.m_range)) {
+        return "heights";
+    }
+    if (a.m_nFacets != b.m_nFacets) {
+        return "facets";
+    }
+    if (!SameArc(a.m_facing, b.m_facing)) {
+        return "directions";
+    }
+    return SameContours(a.m_contours, b.m_contours) ? "" : "contours";
 }
 
 std::string LayersDifference(const Layers& a, const Layers& b) {
-    if (!SameRange(a.Height(), b.Height())) {
-        return "height of the layers";
-    }
     if (a.All().size() != b.All().size()) {
         return "number of layers";
     }
-    const auto [first, ignored] =
-        std::mismatch(a.All().begin(), a.All().end(), b.All().begin(), SameLayer);
-    if (first != a.All().end()) {
-        return "layer " + std::to_string(first - a.All().begin() + 1);
+    if (!SameNumber(a.Thickness(), b.Thickness())) {
+        return "step of the layers";
+    }
+    if (!SameRange(a.Height(), b.Height())) {
+        return "height of the layers";
+    }
+    if (a.LongestCover() != b.LongestCover()) {
+        return "longest cover of the layers";
+    }
+    for (std::size_t i = 0; i < a.All().size(); ++i) {
+        const std::string difference = LayerDifference(a.All()[i], b.All()[i]);
+        if (!difference.empty()) {
+            return difference + " of layer " + std::to_string(i + 1);
+        }
     }
     return {};
 }
@@ -56,8 +85,10 @@ Model::Model(const std::string& source, const Mesh& mesh, const Cut& cut)
     : m_source(Printable(source)),
       m_nFacets(mesh.m_facets.size()),
       m_bounds(mesh),
+      m_facings(mesh),
       m_layers(m_bounds.m_axes[eAxisZ], cut) {
     m_layers.CountFacets(mesh);
+    m_layers.MeasureSections(mesh);
 }
 
 std::string FirstDifference(const Model& a, const Model& b) {
@@ -66,6 +97,9 @@ std::string FirstDifference(const Model& a, const Model& b) {
     }
     if (a.m_nFacets != b.m_nFacets) {
         return "number of facets";
+    }
+    if (a.m_facings != b.m_facings) {
+        return "facing of the facets";
     }
     const std::string bounds = BoundsDifference(a.m_bounds, b.m_bounds);
     return bounds.empty() ? LayersDifference(a.m_layers, b.m_layers) : bounds;

@@ -8,6 +8,7 @@
 #include <platform/text/CString.h>
 
 #include "section/Bounds.h"
+#include "section/Facing.h"
 #include "section/Layers.h"
 #include "section/Mesh.h"
 
@@ -18,6 +19,7 @@ struct Model {
     CString m_source;
     ZT::uint64 m_nFacets = 0;
     Bounds m_bounds;
+    FacingCounts m_facings;
     Layers m_layers;
 
     /// An empty model, into which a stored one can be loaded.
@@ -32,7 +34,7 @@ struct Model {
 };
 
 /// Where two models differ: a name such as "bounds along z", empty if nowhere.
-/// Limits are the same if they agree within six significant digits, since that
+/// Limits and lengths are the same if they agree within six significant digits, since that
 /// is what a document keeps of a number.
 std::string FirstDifference(const Model& a, const Model& b);
 

@@ -1,6 +1,7 @@
 #include "section/ModelDocument.h"
 
 #include <cmath>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -14,7 +15,7 @@ namespace section {
 namespace {
 
 constexpr const char* kRoot = "Section";
-constexpr int kVersion = 1;
+constexpr int kVersion = 2;
 
 /// The directions of a run, as the context's mode.
 constexpr int kLoading = 0;
@@ -53,7 +54,69 @@ void PersistRange(ZT::PCExBase& pc, ZT::RangeR1& range) {
     }
 }
 
-/// A number of facets. The cursor makes 0 of a missing one, which is a number like others.
+/// An arc in radians. A full and an empty one have limits too.
+void PersistArc(ZT::PCExBase& pc, const char* name, ZT::RangeS1& arc) {
+    OpenElement(pc, name);
+    int state = pc.IsStoring() ? arc.m_eState : -1;
+    pc.PersistInt("State", state);
+    if (state < ZT::RangeS1::eStateFull || state > ZT::RangeS1::eStatePartial) {
+        FailAt(pc, "State");
+    }
+    arc.m_eState = static_cast<ZT::RangeS1::EState>(state);
+    if (pc.IsLoading()) {
+        arc.m_min = arc.m_max = std::numeric_limits<double>::quiet_NaN();
+    }
+    arc.PersistXML(pc);
+    for (const double limit : {arc.m_min, arc.m_max}) {
+        if (!(std::abs(limit) <= ZT::zPi + ZT::zToler)) {
+            FailAt(pc, "Rg");
+        }
+    }
+    pc.PopElement(false);
+}
+
+/// The run of a cyclic group as state, first, last and rank.
+void PersistRun(ZT::PCExBase& pc, const char* name, ZT::RangeZGroup& run) {
+    int row[] = {-1, -1, -1, -1};
+    if (pc.IsStoring()) {
+        row[0] = run.m_eState, row[1] = run.m_first, row[2] = run.m_last, row[3] = run.m_rank;
+    }
+    pc.PersistDataInt(name, row, 4, true);
+    run.m_eState = static_cast<ZT::RangeS1::EState>(row[0]);
+    run.m_first = row[1];
+    run.m_last = row[2];
+    run.m_rank = row[3];
+    const bool isState = 0 <= row[0] && row[0] <= ZT::RangeS1::eStatePartial;
+    if (!isState || row[1] < 0 || row[2] < 0 || !run.IsValid()) {
+        FailAt(pc, name);
+    }
+}
+
+/// The first and the last of a run of segments between `knots` knots.
+void PersistIndices(ZT::PCExBase& pc, const char* name, ZT::RangeInt& run, ZT::uint64 knots) {
+    int row[] = {-1, -1};
+    if (pc.IsStoring()) {
+        row[0] = run.m_min, row[1] = run.m_max;
+    }
+    pc.PersistDataInt(name, row, 2, true);
+    run.Set(row[0], row[1]);
+    if (row[0] < 0 || run.IsEmpty() || static_cast<ZT::uint64>(row[1]) + 1 >= knots) {
+        FailAt(pc, name);
+    }
+}
+
+/// A length, which is neither missing nor below `least`.
+void PersistLength(ZT::PCExBase& pc, const char* name, double& length, double least) {
+    if (pc.IsLoading()) {
+        length = std::numeric_limits<double>::quiet_NaN();
+    }
+    pc.PersistData(name, &length, 1, true);
+    if (!(length >= least && std::isfinite(length))) {
+        FailAt(pc, name);
+    }
+}
+
+/// A number of things. The cursor makes 0 of a missing one, which is a number like others.
 void PersistCount(ZT::PCExBase& pc, const char* name, ZT::uint64& count) {
     pc.PersistDWORD(name, count, false);
     int ignored = 0;
@@ -165,17 +228,43 @@ void Bounds::PersistXML(ZT::PCExBase& pc) {
     pc.PopElement(false);
 }
 
+void FacingCounts::PersistXML(ZT::PCExBase& pc) {
+    OpenElement(pc, "Facings");
+    PersistCount(pc, "Side", m_nSide);
+    PersistCount(pc, "Horizontal", m_nHorizontal);
+    PersistCount(pc, "Degenerate", m_nDegenerate);
+    pc.PopElement(false);
+}
+
+void ContourFigures::PersistXML(ZT::PCExBase& pc) {
+    OpenElement(pc, "Contours");
+    PersistCount(pc, "Loops", m_nLoops);
+    PersistCount(pc, "Open", m_nOpen);
+    PersistLength(pc, "Length", m_length, 0.0);
+    PersistRun(pc, "Run", m_run);
+    pc.PopElement(false);
+}
+
 void Layer::PersistXML(ZT::PCExBase& pc) {
     pc.PersistElement("Layer", false);
     PersistRange(pc, m_range);
     PersistCount(pc, "Facets", m_nFacets);
+    PersistArc(pc, "Facing", m_facing);
+    m_contours.PersistXML(pc);
     pc.PopIfStoring();
 }
 
 void Layers::PersistXML(ZT::PCExBase& pc) {
     OpenElement(pc, "Layers");
     PersistRange(pc, m_height);
+    PersistLength(pc, "Step", m_step, ZT::zToler);
+    ZT::uint64 knots = KnotCount();
+    PersistCount(pc, "Knots", knots);
+    PersistIndices(pc, "LongestCover", m_longestCover, knots);
     PersistList(pc, "Layer", m_layers);
+    if (knots != KnotCount()) {
+        FailAt(pc, "Knots");
+    }
     pc.PopElement(false);
 }
 
@@ -184,6 +273,7 @@ void Model::PersistXML(ZT::PCExBase& pc) {
     pc.PersistString("File", m_source, true);
     PersistCount(pc, "Facets", m_nFacets);
     m_bounds.PersistXML(pc);
+    m_facings.PersistXML(pc);
     m_layers.PersistXML(pc);
     pc.PopElement(false);
 }

@@ -59,7 +59,7 @@ TEST_F(ModelDocument, IsIndentedForPeople) {
     StoreModel(Tetrahedron(), m_path);
     EXPECT_EQ(test::Content(m_path),
               "<Section>\n"
-              "\t<Version>1</Version>\n"
+              "\t<Version>2</Version>\n"
               "\t<Model>\n"
               "\t\t<File>a.stl</File>\n"
               "\t\t<Facets>4</Facets>\n"
@@ -74,15 +74,43 @@ TEST_F(ModelDocument, IsIndentedForPeople) {
               "\t\t\t\t<Rg>0 4</Rg>\n"
               "\t\t\t</Z>\n"
               "\t\t</Bounds>\n"
+              "\t\t<Facings>\n"
+              "\t\t\t<Side>3</Side>\n"
+              "\t\t\t<Horizontal>1</Horizontal>\n"
+              "\t\t\t<Degenerate>0</Degenerate>\n"
+              "\t\t</Facings>\n"
               "\t\t<Layers>\n"
               "\t\t\t<Rg>0 4</Rg>\n"
+              "\t\t\t<Step>2</Step>\n"
+              "\t\t\t<Knots>3</Knots>\n"
+              "\t\t\t<LongestCover>0 1</LongestCover>\n"
               "\t\t\t<Layer>\n"
               "\t\t\t\t<Rg>0 2</Rg>\n"
               "\t\t\t\t<Facets>4</Facets>\n"
+              "\t\t\t\t<Facing>\n"
+              "\t\t\t\t\t<State>2</State>\n"
+              "\t\t\t\t\t<Rg>3.14159 0.463648</Rg>\n"
+              "\t\t\t\t</Facing>\n"
+              "\t\t\t\t<Contours>\n"
+              "\t\t\t\t\t<Loops>1</Loops>\n"
+              "\t\t\t\t\t<Open>0</Open>\n"
+              "\t\t\t\t\t<Length>3.92705</Length>\n"
+              "\t\t\t\t\t<Run>0 0 0 3</Run>\n"
+              "\t\t\t\t</Contours>\n"
               "\t\t\t</Layer>\n"
               "\t\t\t<Layer>\n"
               "\t\t\t\t<Rg>2 4</Rg>\n"
               "\t\t\t\t<Facets>3</Facets>\n"
+              "\t\t\t\t<Facing>\n"
+              "\t\t\t\t\t<State>2</State>\n"
+              "\t\t\t\t\t<Rg>3.14159 0.463648</Rg>\n"
+              "\t\t\t\t</Facing>\n"
+              "\t\t\t\t<Contours>\n"
+              "\t\t\t\t\t<Loops>1</Loops>\n"
+              "\t\t\t\t\t<Open>0</Open>\n"
+              "\t\t\t\t\t<Length>1.30902</Length>\n"
+              "\t\t\t\t\t<Run>0 0 0 3</Run>\n"
+              "\t\t\t\t</Contours>\n"
               "\t\t\t</Layer>\n"
               "\t\t</Layers>\n"
               "\t</Model>\n"
@@ -169,8 +197,10 @@ TEST_F(ModelDocument, WithAnotherRootIsRefused) {
 }
 
 TEST_F(ModelDocument, OfAnotherVersionIsRefused) {
-    EXPECT_EQ(FailureWith("<Version>1<", "<Version>2<"),
-              "a model of version 2, and this program knows version 1");
+    EXPECT_EQ(FailureWith("<Version>2<", "<Version>1<"),
+              "a model of version 1, and this program knows version 2");
+    EXPECT_EQ(FailureWith("<Version>2<", "<Version>3<"),
+              "a model of version 3, and this program knows version 2");
 }
 
 TEST_F(ModelDocument, WithoutAnElementIsRefused) {
@@ -182,7 +212,7 @@ TEST_F(ModelDocument, WithoutAnElementIsRefused) {
                 EndsWith("Section/Model/Layers/Layer/Facets" + missing));
     EXPECT_THAT(FailureWith("<Rg>0 4</Rg>", ""), EndsWith("Section/Model/Bounds/Z/Rg" + missing));
     EXPECT_THAT(
-        LoadFailure("<Section><Version>1</Version><Model><Facets>1</Facets></Model></Section>"),
+        LoadFailure("<Section><Version>2</Version><Model><Facets>1</Facets></Model></Section>"),
         EndsWith("Section/Model/Bounds" + missing));
 }
 
@@ -192,6 +222,53 @@ TEST_F(ModelDocument, WithoutLayersIsRefused) {
     const std::size_t begin = content.find("<Layer>");
     content.erase(begin, content.find("</Layers>") - begin);
     EXPECT_THAT(LoadFailure(content), EndsWith("Section/Model/Layers/Layer is missing or damaged"));
+}
+
+TEST_F(ModelDocument, WithADamagedFigureIsRefused) {
+    const std::string layers = "Section/Model/Layers/";
+    const std::string layer = layers + "Layer/";
+    const struct {
+        std::string old, replacement, where;
+    } cases[] = {
+        {"<Side>3</Side>", "", "Section/Model/Facings/Side"},
+        {"<Step>2</Step>", "<Step>0</Step>", layers + "Step"},
+        {"<Step>2</Step>", "", layers + "Step"},
+        {"<Knots>3</Knots>", "<Knots>4</Knots>", layers + "Knots"},
+        {"<LongestCover>0 1<", "<LongestCover>1 0<", layers + "LongestCover"},
+        {"<LongestCover>0 1<", "<LongestCover>0 2<", layers + "LongestCover"},
+        {"<State>2</State>", "", layer + "Facing/State"},
+        {"<State>2</State>", "<State>3</State>", layer + "Facing/State"},
+        {"<Rg>3.14159 0.463648<", "<Rg>4 0<", layer + "Facing/Rg"},
+        {"<Rg>3.14159 0.463648</Rg>", "", layer + "Facing/Rg"},
+        {"<Loops>1</Loops>", "", layer + "Contours/Loops"},
+        {"<Length>3.92705<", "<Length>-1<", layer + "Contours/Length"},
+        {"<Run>0 0 0 3</Run>", "", layer + "Contours/Run"},
+        {"<Run>0 0 0 3<", "<Run>0 0 3 3<", layer + "Contours/Run"},
+        {"<Run>0 0 0 3<", "<Run>7 0 0 3<", layer + "Contours/Run"},
+    };
+    for (const auto& [old, replacement, where] : cases) {
+        EXPECT_THAT(FailureWith(old, replacement),
+                    EndsWith("the element " + where + " is missing or damaged"))
+            << old << " " << replacement;
+    }
+}
+
+TEST_F(ModelDocument, KeepsEveryStateOfAnArc) {
+    // No direction at the bottom, one in the middle, and the seam at the top.
+    const auto wall = [](float x, float y, float z) {
+        return Facet{Point{0, 0, z}, Point{x, y, z}, Point{0, 0, z + 0.5f}};
+    };
+    const Mesh mesh{{{Point{0, 0, 0}, Point{1, 0, 0}, Point{0, 1, 0}},
+                     wall(1, 0, 1.25f),
+                     wall(0.1f, -1, 2.25f),
+                     wall(-0.1f, -1, 2.25f)}};
+    const Model model("a.stl", mesh, Cut{.m_step = 1.0});
+    ASSERT_EQ(model.m_layers.All().size(), 3u);
+    EXPECT_TRUE(model.m_layers.All()[0].m_facing.IsEmpty());
+    EXPECT_EQ(model.m_layers.All()[1].m_facing.GetDiff(), 0.0);
+    EXPECT_TRUE(model.m_layers.All()[2].m_facing.IsSingular());
+    StoreModel(model, m_path);
+    EXPECT_EQ(FirstDifference(model, LoadModel(m_path)), "");
 }
 
 TEST_F(ModelDocument, WithLimitsThatMakeNoIntervalIsRefused) {

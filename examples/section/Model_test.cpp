@@ -43,21 +43,34 @@ TEST(FirstDifference, IsNoneBetweenAModelAndItself) {
 
 TEST(FirstDifference, NamesWhatDiffers) {
     EXPECT_EQ(FirstDifference(Tetrahedron(), Tetrahedron("b.stl")), "name of the mesh");
-    EXPECT_EQ(FirstDifference(Tetrahedron(), Tetrahedron("a.stl", 5)), "number of layers");
+    EXPECT_EQ(FirstDifference(Tetrahedron(), Tetrahedron("a.stl", 8)), "number of layers");
     EXPECT_EQ(FirstDifference(Tetrahedron(), Scaled(2)), "bounds along x");
 
     Mesh mesh{test::Tetrahedron()};
     mesh.m_facets.push_back(mesh.m_facets.back());
     EXPECT_EQ(FirstDifference(Tetrahedron(), Model("a.stl", mesh, Cut{.m_count = 4})),
               "number of facets");
+}
 
-    // A facet on the ground changes its place on the way up.
-    mesh.m_facets[4] = mesh.m_facets[0];
-    Mesh other = mesh;
-    other.m_facets[4] = mesh.m_facets[1];
-    EXPECT_EQ(FirstDifference(Model("a.stl", mesh, Cut{.m_count = 4}),
-                              Model("a.stl", other, Cut{.m_count = 4})),
-              "layer 2");
+/// The tetrahedron with one facet more.
+Model With(const Facet& facet) {
+    Mesh mesh{test::Tetrahedron()};
+    mesh.m_facets.push_back(facet);
+    return Model("a.stl", mesh, Cut{.m_count = 4});
+}
+
+TEST(FirstDifference, NamesWhatDiffersInALayer) {
+    const auto flatAt = [](float z) {
+        return Facet{Point{0, 0, z}, Point{0.1f, 0, z}, Point{0, 0.1f, z}};
+    };
+    EXPECT_EQ(FirstDifference(With(flatAt(1.5f)), With(flatAt(2.5f))), "facets of layer 2");
+
+    const Facet side = test::Tetrahedron()[1];
+    EXPECT_EQ(FirstDifference(With(side), With(flatAt(0))), "facing of the facets");
+    EXPECT_EQ(FirstDifference(With(side), With({side[0], side[2], side[1]})),
+              "directions of layer 1");
+    EXPECT_EQ(FirstDifference(With(side), With({side[0], side[1], Point{0, 0, 3.5f}})),
+              "contours of layer 1");
 }
 
 TEST(FirstDifference, LeavesOutWhatSixDigitsDoNotTell) {

@@ -85,7 +85,8 @@ TEST_F(Program, SaysTheSameOfABinaryMesh) {
 
 TEST_F(Program, CutsByNumberOrByStep) {
     Write("a.stl", AsciiStl(test::Tetrahedron()));
-    EXPECT_THAT(Run("a.stl --layers 3").out, HasSubstr("3 layers along z, 1.33333 thick"));
+    EXPECT_THAT(Run("a.stl --layers 3").out,
+                HasSubstr("2 layers along z, 2 thick; 3 knots from 0 to 4"));
     EXPECT_THAT(Run("a.stl --step 0.75").out, HasSubstr("6 layers along z, 0.75 thick"));
 }
 
@@ -108,8 +109,8 @@ TEST_F(Program, ReadsWhatItHasWritten) {
 TEST_F(Program, ReplacesAnOlderModel) {
     Write("a.stl", AsciiStl(test::Tetrahedron()));
     Run("a.stl");
-    EXPECT_EQ(Run("a.stl -l 3").status, 0);
-    EXPECT_THAT(Run("--read out/model.xml").out, HasSubstr("3 layers"));
+    EXPECT_EQ(Run("a.stl -l 4").status, 0);
+    EXPECT_THAT(Run("--read out/model.xml").out, HasSubstr("4 layers"));
     EXPECT_THAT(FilesIn("out"), testing::ElementsAre("model.xml"));
 }
 

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include <zt/ranges/Range.h>
+
 #include "section/Failure.h"
 #include "section/Number.h"
 
@@ -13,13 +15,21 @@ namespace section {
 namespace {
 
 constexpr std::size_t kTitleWidth = 10;
-constexpr std::size_t kColumnWidth = 14;
-constexpr std::size_t kBarWidth = 30;
+constexpr std::size_t kColumnWidth = 13;
+constexpr std::size_t kCountWidth = 8;
+constexpr std::size_t kArcWidth = 20;
 constexpr std::size_t kMostRows = 24;
 constexpr std::size_t kRowsAtEachEnd = 10;
 
+/// The number of characters in `text`, which is UTF-8.
+std::size_t WidthOf(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
+        return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+    }));
+}
+
 std::string Right(const std::string& text, std::size_t width) {
-    return std::string(width - std::min(width, text.size()), ' ') + text;
+    return std::string(width - std::min(width, WidthOf(text)), ' ') + text;
 }
 
 std::string Title(const std::string& text) {
@@ -56,19 +66,49 @@ private:
     int m_decimals;
 };
 
-std::string Heading(std::string_view last) {
-    return Right("from", kColumnWidth) + Right("to", kColumnWidth) +
-           Right(std::string(last), kColumnWidth) + '\n';
+std::string Plural(ZT::uint64 count, const std::string& one) {
+    return std::to_string(count) + ' ' + one + (count == 1 ? "" : "s");
+}
+
+std::string Degrees(double angle) {
+    return Fixed(angle, 1) + "°";
+}
+
+/// An arc as the angles from which and to which it runs.
+std::string ArcText(const ZT::RangeS1& arc) {
+    if (arc.IsEmpty()) {
+        return "none";
+    }
+    if (arc.IsFull()) {
+        return "all round";
+    }
+    ZT::Range range(ZT::eScalarAngle);
+    range.Set(arc.m_min, arc.m_max);
+    range.ToDegrees();
+    const std::string from = Degrees(range.m_min), to = Degrees(range.m_max);
+    return from == to ? from : from + " to " + to;
+}
+
+/// The longest convex run of a contour, as a share of the vertices of its loop.
+std::string RunText(const ContourFigures& contours) {
+    if (contours.m_nLoops == 0) {
+        return "-";
+    }
+    return std::to_string(contours.m_run.GetCount()) + '/' +
+           std::to_string(contours.m_run.GetRank());
 }
 
 std::string MeshRows(const Model& model) {
     return Title("Mesh") + Printable(model.m_source) + '\n' + Title("") +
-           std::to_string(model.m_nFacets) + (model.m_nFacets == 1 ? " facet" : " facets") +
-           "; lengths in STL units\n";
+           Plural(model.m_nFacets, "facet") + "; lengths in STL units\n" + Title("") +
+           std::to_string(model.m_facings.m_nSide) + " facing sideways, " +
+           std::to_string(model.m_facings.m_nHorizontal) + " horizontal, " +
+           std::to_string(model.m_facings.m_nDegenerate) + " degenerate\n";
 }
 
 std::string BoundsRows(const Model& model, const LengthFormat& format) {
-    std::string rows = Title("Bounds") + Heading("length");
+    std::string rows = Title("Bounds") + Right("from", kColumnWidth) + Right("to", kColumnWidth) +
+                       Right("length", kColumnWidth) + '\n';
     for (const Axis axis : {eAxisX, eAxisY, eAxisZ}) {
         const ZT::RangeR1& range = model.m_bounds.m_axes[axis];
         rows += Right(std::string(1, "xyz"[axis]), kTitleWidth) + format.Columns(range) +
@@ -77,57 +117,62 @@ std::string BoundsRows(const Model& model, const LengthFormat& format) {
     return rows;
 }
 
-ZT::uint64 MostFacets(const Layers& layers) {
-    ZT::uint64 most = 1;
-    for (const Layer& layer : layers.All()) {
-        most = std::max(most, layer.m_nFacets);
-    }
-    return most;
-}
-
-/// A bar as long as the share of `count` in `most`; the smallest share shows.
-std::string Bar(ZT::uint64 count, ZT::uint64 most) {
-    const double share = static_cast<double>(count) / static_cast<double>(most);
-    const double length = std::ceil(share * static_cast<double>(kBarWidth));
-    return count == 0 ? std::string() : "  " + std::string(static_cast<std::size_t>(length), '#');
-}
-
-std::string LayerRow(const Layers& layers, std::size_t index, ZT::uint64 most,
-                     const LengthFormat& format) {
+std::string LayerRow(const Layers& layers, std::size_t index, const LengthFormat& format) {
     const Layer& layer = layers.All()[index];
+    const ContourFigures& contours = layer.m_contours;
     return Right(std::to_string(index + 1), kTitleWidth) + format.Columns(layer.m_range) +
-           Right(std::to_string(layer.m_nFacets), kColumnWidth) + Bar(layer.m_nFacets, most) + '\n';
+           Right(std::to_string(layer.m_nFacets), kCountWidth) +
+           Right(ArcText(layer.m_facing), kArcWidth) +
+           Right(std::to_string(contours.m_nLoops), kCountWidth - 2) +
+           Right(std::to_string(contours.m_nOpen), kCountWidth - 2) +
+           format.Column(contours.m_length) + Right(RunText(contours), kCountWidth) + '\n';
+}
+
+std::string LayerHeading() {
+    return Title("Layers") + Right("from", kColumnWidth) + Right("to", kColumnWidth) +
+           Right("facets", kCountWidth) + Right("facing (degrees)", kArcWidth) +
+           Right("loops", kCountWidth - 2) + Right("open", kCountWidth - 2) +
+           Right("length", kColumnWidth) + Right("convex", kCountWidth) + '\n';
 }
 
 std::string LayerRows(const Layers& layers, const LengthFormat& format) {
     const std::size_t count = layers.All().size();
-    const ZT::uint64 most = MostFacets(layers);
     const bool all = count <= kMostRows;
-    std::string rows = Title("Layers") + Heading("facets met");
+    std::string rows = LayerHeading();
     for (std::size_t i = 0; i < (all ? count : kRowsAtEachEnd); ++i) {
-        rows += LayerRow(layers, i, most, format);
+        rows += LayerRow(layers, i, format);
     }
     if (!all) {
         const std::size_t left = count - 2 * kRowsAtEachEnd;
         rows += Right("...", kTitleWidth) + "  " + std::to_string(left) + " more\n";
     }
     for (std::size_t i = all ? count : count - kRowsAtEachEnd; i < count; ++i) {
-        rows += LayerRow(layers, i, most, format);
+        rows += LayerRow(layers, i, format);
     }
     return rows;
 }
 
-std::string LayersLine(const Layers& layers) {
-    const std::size_t count = layers.All().size();
-    return Title("") + std::to_string(count) + (count == 1 ? " layer" : " layers") + " along z, " +
-           Number(layers.Thickness()) + " thick\n";
+/// The grid: its layers and knots, and how many layers a facet covers at most.
+std::string GridRows(const Layers& layers) {
+    std::string rows =
+        Title("Grid") + Plural(layers.All().size(), "layer") + " along z, " +
+        Number(layers.Thickness()) + " thick; " + Plural(layers.KnotCount(), "knot") + " from " +
+        Number(layers.Height().m_min) + " to " + Number(layers.Height().m_max) + '\n';
+    const ZT::RangeInt& cover = layers.LongestCover();
+    const std::string first = std::to_string(cover.m_min + 1);
+    return rows + Title("") + "a facet covers " +
+           (cover.IsSingleton()
+                ? "1 layer"
+                : Plural(static_cast<ZT::uint64>(cover.GetCount()), "layer") +
+                      " at most: " + first + " to " + std::to_string(cover.m_max + 1)) +
+           '\n';
 }
 
 }  // namespace
 
 void PrintModel(std::ostream& out, const Model& model) {
     const LengthFormat format(model);
-    out << MeshRows(model) << LayersLine(model.m_layers) << '\n'
+    out << MeshRows(model) << GridRows(model.m_layers) << '\n'
         << BoundsRows(model, format) << '\n'
         << LayerRows(model.m_layers, format);
 }

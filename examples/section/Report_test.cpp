@@ -25,20 +25,24 @@ Mesh Standing(float height) {
 }
 
 TEST(Report, StandsInColumns) {
-    EXPECT_EQ(
-        Printed(Mesh{test::Tetrahedron()}, Cut{.m_count = 2}),
-        "Mesh      a.stl\n"
-        "          4 facets; lengths in STL units\n"
-        "          2 layers along z, 2 thick\n"
-        "\n"
-        "Bounds              from            to        length\n"
-        "         x       0.00000       1.00000       1.00000\n"
-        "         y       0.00000       2.00000       2.00000\n"
-        "         z       0.00000       4.00000       4.00000\n"
-        "\n"
-        "Layers              from            to    facets met\n"
-        "         1       0.00000       2.00000             4  ##############################\n"
-        "         2       2.00000       4.00000             3  #######################\n");
+    EXPECT_EQ(Printed(Mesh{test::Tetrahedron()}, Cut{.m_count = 2}),
+              "Mesh      a.stl\n"
+              "          4 facets; lengths in STL units\n"
+              "          3 facing sideways, 1 horizontal, 0 degenerate\n"
+              "Grid      2 layers along z, 2 thick; 3 knots from 0 to 4\n"
+              "          a facet covers 2 layers at most: 1 to 2\n"
+              "\n"
+              "Bounds             from           to       length\n"
+              "         x      0.00000      1.00000      1.00000\n"
+              "         y      0.00000      2.00000      2.00000\n"
+              "         z      0.00000      4.00000      4.00000\n"
+              "\n"
+              "Layers             from           to  facets    facing (degrees) loops  open       "
+              "length  convex\n"
+              "         1      0.00000      2.00000       4     180.0° to 26.6°     1     0      "
+              "3.92705     3/3\n"
+              "         2      2.00000      4.00000       3     180.0° to 26.6°     1     0      "
+              "1.30902     3/3\n");
 }
 
 TEST(Report, KeepsAForeignNameOnItsLine) {
@@ -67,7 +71,7 @@ TEST(Report, TellsHugeAndTinyLengthsWithExponents) {
 }
 
 TEST(Report, TellsAMeshOfNoExtent) {
-    EXPECT_THAT(Printed(Standing(0), {}), HasSubstr("z       0.00000       0.00000       0.00000"));
+    EXPECT_THAT(Printed(Standing(0), {}), HasSubstr("z      0.00000      0.00000      0.00000"));
 }
 
 TEST(Report, ShowsAllOfAFewLayers) {
@@ -84,11 +88,36 @@ TEST(Report, LeavesOutTheMiddleOfManyLayers) {
     EXPECT_THAT(printed, HasSubstr("\n       100 "));
 }
 
-TEST(Report, HasNoBarForALayerWithoutFacets) {
+TEST(Report, TellsALayerThatNothingMeets) {
     Mesh mesh = Standing(1);
     mesh.m_facets[0] = {Point{0, 0, 0}, Point{0, 0, 0.1f}, Point{0, 0, 0}};
     mesh.m_facets.push_back({Point{0, 0, 1}, Point{0, 0, 1}, Point{0, 0, 1}});
-    EXPECT_THAT(Printed(mesh, Cut{.m_count = 3}), HasSubstr(" 0\n"));
+    EXPECT_THAT(Printed(mesh, Cut{.m_count = 4}),
+                HasSubstr(" 0                none     0     0      0.00000       -\n"));
+}
+
+TEST(Report, TellsArcsInDegrees) {
+    EXPECT_THAT(Printed(Mesh{test::Cube()}, {}), HasSubstr("      0.0° to -90.0° "));
+    EXPECT_THAT(Printed(Standing(1), {}), HasSubstr("       90.0° "));
+}
+
+TEST(Report, TellsAnArcOverTheSeam) {
+    const Mesh mesh{{{Point{0, 0, 0}, Point{0.173648f, -0.984808f, 0}, Point{0, 0, 1}},
+                     {Point{0, 0, 0}, Point{-0.173648f, -0.984808f, 0}, Point{0, 0, 1}}}};
+    EXPECT_THAT(Printed(mesh, Cut{.m_count = 1}), HasSubstr("  170.0° to -170.0° "));
+}
+
+TEST(Report, FitsAHundredColumns) {
+    std::vector<Facet> facets = test::Tetrahedron();
+    for (Facet& facet : facets) {
+        for (Point& corner : facet) {
+            corner = {-1.234567e-30f * corner[0], -1.234567e-30f * corner[1], 9.87654e30f};
+        }
+    }
+    std::istringstream printed(Printed(Mesh{facets}, {}));
+    for (std::string line; std::getline(printed, line);) {
+        EXPECT_LE(line.size(), 102u) << line;
+    }
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "section/Mesh.h"
@@ -90,6 +91,41 @@ inline std::string AsciiStl(const std::vector<Facet>& facets) {
 inline std::vector<Facet> Tetrahedron() {
     const Point o{0, 0, 0}, x{1, 0, 0}, y{0, 2, 0}, z{0, 0, 4};
     return {{o, y, x}, {o, x, z}, {o, z, y}, {x, y, z}};
+}
+
+/// The four walls of an upright square tube with the centre at the origin, from z = 0
+/// to 1, as they are seen from outside.
+inline std::vector<Facet> Walls(float halfWidth) {
+    const float w = halfWidth;
+    const float x[] = {-w, w, w, -w}, y[] = {-w, -w, w, w};
+    std::vector<Facet> facets;
+    for (int i = 0, j = 1; i < 4; ++i, j = (i + 1) % 4) {
+        const Point a{x[i], y[i], 0}, b{x[j], y[j], 0}, c{x[j], y[j], 1}, d{x[i], y[i], 1};
+        facets.push_back({a, b, c});
+        facets.push_back({a, c, d});
+    }
+    return facets;
+}
+
+/// A closed cube of width 1 on the plane z = 0.
+inline std::vector<Facet> Cube() {
+    std::vector<Facet> facets = Walls(0.5f);
+    for (const float z : {0.0f, 1.0f}) {
+        const Point a{-0.5f, -0.5f, z}, b{0.5f, -0.5f, z}, c{0.5f, 0.5f, z}, d{-0.5f, 0.5f, z};
+        facets.push_back(z > 0 ? Facet{a, b, c} : Facet{a, c, b});
+        facets.push_back(z > 0 ? Facet{a, c, d} : Facet{a, d, c});
+    }
+    return facets;
+}
+
+/// The walls of a ring of height 1: a square of width 3 with a square hole of width 1.
+inline std::vector<Facet> Ring() {
+    std::vector<Facet> facets = Walls(1.5f);
+    for (Facet inner : Walls(0.5f)) {
+        std::swap(inner[1], inner[2]);
+        facets.push_back(inner);
+    }
+    return facets;
 }
 
 }  // namespace section::test
