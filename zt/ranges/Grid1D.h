@@ -87,7 +87,7 @@ public:
     }
 
     /// Whether `x` is on a knot, and that not below the grid. On a grid without segments no
-    /// point is.
+    /// point is; on one whose step is below the tolerance every point is.
     bool IsKnot(double x) const;
 
     /// The index of the knot nearest to `x`; the upper one if `x` is half way. -1 for an `x` that

@@ -201,6 +201,12 @@ TEST_F(GridOfTen, NoPointIsAKnotWithoutSegments) {
     EXPECT_FALSE(empty.IsKnot(0));
 }
 
+TEST_F(GridOfTen, EveryPointIsAKnotIfTheStepIsBelowTheTolerance) {
+    EXPECT_TRUE(AnyGrid(0, 1e-10, 2).IsKnot(3));
+    EXPECT_TRUE(AnyGrid(5, 3, 2).IsKnot(4));
+    EXPECT_FALSE(AnyGrid(0, 3e-10, 1).IsKnot(1.5e-10));
+}
+
 TEST_F(GridOfTen, NearestKnotOfAPointHalfWayIsTheUpper) {
     const Grid1D quarters(0, 10, 4);
     EXPECT_EQ(quarters.GetNearestKnot(1.25), 1);
