@@ -63,10 +63,10 @@ FacingCounts::FacingCounts(const Mesh& mesh) {
 }
 
 ZT::RangeS1 SmallestArc(std::vector<double>& directions) {
-    ZT::RangeS1 arc;
     if (directions.empty()) {
-        arc.SetEmpty();
-        return arc;
+        ZT::RangeS1 none;
+        none.SetEmpty();
+        return none;
     }
     std::sort(directions.begin(), directions.end());
     double widest = 0.0;
@@ -84,7 +84,7 @@ ZT::RangeS1 SmallestArc(std::vector<double>& directions) {
             start = after;
         }
     }
-    return widest > 0.0 ? ZT::RangeS1(start, end) : arc;
+    return {start, end};
 }
 
 }  // namespace section

@@ -52,8 +52,8 @@ struct FacingCounts {
 /// get sorted: what the widest gap between neighbours leaves of the circle. Of gaps
 /// that are the same within the tolerance it is the first one on the way from -pi.
 ///
-/// Empty without a direction, a point for one, and the whole circle if no gap is
-/// wider than the tolerance.
+/// Empty without a direction, and a point for one. It is never the whole circle:
+/// where facets face all ways, the widest gap between two of them is left out.
 ZT::RangeS1 SmallestArc(std::vector<double>& directions);
 
 }  // namespace section
