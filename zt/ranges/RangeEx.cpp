@@ -2,6 +2,14 @@
 
 namespace ZT {
 
+namespace {
+
+bool BothHold(const RangeEx& a, const RangeEx& b, double x) {
+    return static_cast<int>(a.In(x, zToler)) & static_cast<int>(b.In(x, zToler));
+}
+
+}  // namespace
+
 bool RangeEx::IsEmptyIntersection(const RangeEx& r) const {
     if (RangeR1::IsEmptyIntersection(r, false)) return true;
     const bool touchesAbove = zToler > std::fabs(m_max - r.m_min);
@@ -28,8 +36,8 @@ bool RangeEx::Intersect(const RangeEx& r) {
     shared.Intersect(r);
     if (shared.IsEmpty()) return false;
     // The upper end is tested with the new lower end, and both with the old limits, deliberately.
-    m_bClosed[0] = In(shared.m_min, zToler) && r.In(shared.m_min, zToler);
-    m_bClosed[1] = In(shared.m_max, zToler) && r.In(shared.m_max, zToler);
+    m_bClosed[0] = BothHold(*this, r, shared.m_min);
+    m_bClosed[1] = BothHold(*this, r, shared.m_max);
     RangeR1::operator=(shared);
     return !IsEmpty();
 }

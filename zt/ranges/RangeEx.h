@@ -61,7 +61,10 @@ public:
 
     using RangeR1::In;
     /// Whether `RangeR1` has `x` in, and `x` is not within `tol` of an open end.
-    bool In(double x, double tol) const { return RangeR1::In(x, tol) && !IsAtOpenEnd(x, tol); }
+    bool In(double x, double tol) const {
+        // Without a branch: whether a point is inside is seldom foreseeable.
+        return static_cast<int>(RangeR1::In(x, tol)) & static_cast<int>(!IsAtOpenEnd(x, tol));
+    }
 
     /// Whether `RangeR1` finds the limits empty, or the range has no length and two open ends.
     bool IsEmpty() const {
@@ -131,9 +134,13 @@ public:
     /// @}
 
 private:
+    bool IsOpenAndNear(int i, double distance, double tol) const {
+        return static_cast<int>(!m_bClosed[i]) & static_cast<int>(tol > std::fabs(distance));
+    }
+
     bool IsAtOpenEnd(double x, double tol) const {
-        return (!m_bClosed[0] && tol > std::fabs(x - m_min)) ||
-               (!m_bClosed[1] && tol > std::fabs(x - m_max));
+        return static_cast<int>(IsOpenAndNear(0, x - m_min, tol)) |
+               static_cast<int>(IsOpenAndNear(1, x - m_max, tol));
     }
 };
 

@@ -14,15 +14,6 @@ void RangeInt::CopyTo(RangeR1& r) const {
     r.m_max = m_max;
 }
 
-bool RangeInt::Intersect(const RangeInt& r) {
-    if (r.m_min > m_max || m_min > r.m_max) {
-        Reset();
-        return false;
-    }
-    Set(std::max(m_min, r.m_min), std::min(m_max, r.m_max));
-    return !IsEmpty();
-}
-
 unsigned char RangeInt::Subtract(const RangeInt& r) {
     RangeR1 remainder;
     RangeR1 taken;

@@ -92,7 +92,14 @@ public:
 
     /// Cuts the range down to what it shares with `r`, and tells whether that is not empty.
     /// Ranges that lie apart leave the empty form.
-    bool Intersect(const RangeInt& r);
+    bool Intersect(const RangeInt& r) {
+        if (r.m_min > m_max || m_min > r.m_max) {
+            Reset();
+            return false;
+        }
+        Set(std::max(m_min, r.m_min), std::min(m_max, r.m_max));
+        return !IsEmpty();
+    }
 
     /// Takes `r` away, and tells how many pieces remain: 0, 1 or 2. Of two pieces this range
     /// keeps the lower one, and the upper one is lost. Nothing left is the empty form.
