@@ -171,12 +171,14 @@ TEST(RangeR1Measures, NearestEndIsADistance) {
     EXPECT_THAT(range.GetNearestEnd(8.0), Is(2.0));
     EXPECT_THAT(range.GetNearestEnd(-4.0), Is(4.0));
     EXPECT_THAT(range.GetNearestEnd(15.0), Is(5.0));
+    EXPECT_THAT(RangeR1(4.0, 10.0).GetNearestEnd(5.0), Is(1.0));
 }
 
 TEST(RangeR1Measures, BestMatchIsTheNumberOrTheNearerLimit) {
     const RangeR1 range(0.0, 10.0);
     EXPECT_THAT(range.GetBestMatch(3.0), Is(3.0));
     EXPECT_THAT(range.GetBestMatch(10.0 + 5e-11), Is(10.0 + 5e-11));
+    EXPECT_THAT(range.GetBestMatch(10.0 + 1.5e-10), Is(10.0));
     EXPECT_THAT(range.GetBestMatch(-1.0), Is(0.0));
     EXPECT_THAT(range.GetBestMatch(11.0), Is(10.0));
 }
@@ -209,6 +211,8 @@ TEST(RangeR1Measures, StaticToRangeTakesTheNumberLast) {
     EXPECT_THAT(RangeR1::ToRange(0.0, 10.0, 3.0), Is(3.0));
     EXPECT_THAT(RangeR1::ToRange(0.0, 10.0, -3.0), Is(0.0));
     EXPECT_THAT(RangeR1::ToRange(0.0, 10.0, 13.0), Is(10.0));
+    EXPECT_THAT(RangeR1::ToRange(4.0, 10.0, -20.0), Is(4.0));
+    EXPECT_THAT(RangeR1::ToRange(10.0, 4.0, 20.0), Is(10.0));
 }
 
 TEST(RangeR1Measures, DistToAPointIsNegativeInside) {

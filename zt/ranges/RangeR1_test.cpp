@@ -167,6 +167,9 @@ TEST_P(RangeR1Assignment, ExactlyTheToleranceIsAChangeAlthoughItIsEqual) {
     EXPECT_TRUE(range == other);
     EXPECT_TRUE(Assign(range, other));
     EXPECT_THAT(range, HasLimits(zToler, 1.0));
+    range.Set(-1.0, 0.0);
+    EXPECT_TRUE(Assign(range, RangeR1(-1.0, zToler)));
+    EXPECT_THAT(range, HasLimits(-1.0, zToler));
 }
 
 TEST_P(RangeR1Assignment, NaNIsAChange) {
@@ -705,6 +708,11 @@ TEST(RangeR1, SingletonAtAPlaceIncludesItsTolerance) {
     EXPECT_TRUE(RangeR1(0.0, 1.0).IsSingleton(0.5, 0.5));
     EXPECT_FALSE(RangeR1(0.0, 1.0).IsSingleton(0.5, 0.4375));
     EXPECT_FALSE(RangeR1(0.0, 1.0).IsSingleton(0.0, 0.5));
+    EXPECT_TRUE(RangeR1(4.0, 4.25).IsSingleton(4.0, 0.5));
+    EXPECT_FALSE(RangeR1(-4.0, 4.0).IsSingleton(4.0, 0.5));
+    EXPECT_FALSE(RangeR1(8.0, 4.0).IsSingleton(4.0, 0.5));
+    EXPECT_FALSE(RangeR1(4.0, -4.0).IsSingleton(4.0, 0.5));
+    EXPECT_FALSE(RangeR1(4.0, 8.0).IsSingleton(4.0, 0.5));
     EXPECT_TRUE(RangeR1(0.0, 1.0).IsSingleton(kNaN, 0.5));
 }
 
@@ -951,6 +959,8 @@ TEST(RangeR1, InsideOfHoldsBothLimits) {
     EXPECT_FALSE(range.IsInsideOf(RangeR1(0.5, 2.0)));
     EXPECT_FALSE(range.IsInsideOf(RangeR1(-1.0, 0.5)));
     EXPECT_TRUE(RangeR1(-zToler, zToler).IsInsideOf(RangeR1(0.0, 0.0)));
+    EXPECT_FALSE(RangeR1(-kAboveToler, 0.0).IsInsideOf(RangeR1(0.0, 0.0)));
+    EXPECT_FALSE(RangeR1(0.0, kAboveToler).IsInsideOf(RangeR1(0.0, 0.0)));
     EXPECT_TRUE(RangeR1(0.5, 0.5).IsInsideOf(range));
     EXPECT_FALSE(RangeR1(5.0, 5.0).IsInsideOf(range));
 }
@@ -1056,6 +1066,7 @@ TEST(RangeR1, IsIntersectionAcrossAGapOfExactlyTheTolerance) {
     EXPECT_TRUE(RangeR1(-1.0, 0.0).IsIntersection(RangeR1(zToler, 1.0), false));
     EXPECT_TRUE(RangeR1(0.0, 1.0).IsIntersection(RangeR1(-1.0, -zToler), false));
     EXPECT_FALSE(RangeR1(-1.0, 0.0).IsIntersection(RangeR1(kAboveToler, 1.0), false));
+    EXPECT_FALSE(RangeR1(0.0, 1.0).IsIntersection(RangeR1(-1.0, -kAboveToler), false));
 }
 
 TEST(RangeR1, IsIntersectionWithASingleton) {
