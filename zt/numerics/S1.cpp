@@ -50,6 +50,17 @@ void S1::InsertSorted(CList<S1, S1>& list) const {
     // A value that no gap takes is dropped, deliberately.
 }
 
+bool S1::InRangeNearEnd(double x, double s, double e) {
+    if (!IsValid(s) || !IsValid(e) || !IsValid(x)) return false;
+    if (s > 0 && 0 > e) {
+        return RangeR1::In(x, s, zPi, zToler) || RangeR1::In(x, -zPi, e, zToler);
+    }
+    if (!(s > e)) return RangeR1::In(x, s, e, zToler);
+    if (Equal(x, s, false) || Equal(x, e, false)) return true;
+    if (zToler > std::fabs(s - zPi)) return RangeR1::In(x, -zPi, e, zToler);
+    return !RangeR1::In(x, e, s, zToler);
+}
+
 bool S1::InOpenRange(double x, double a, double b, bool bCCW) {
     if (!InRange(x, a, b, bCCW)) return false;
     const double fromA = Raised(x, a);

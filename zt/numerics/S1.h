@@ -8,6 +8,7 @@
 #include <zt/numerics/IntegerConversion.h>
 #include <zt/ranges/RangeR1.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -243,6 +244,9 @@ private:
     static double FactoredFar(double angle);
     static double FromHalfTurns(bool odd, double rest);
 
+    // `InRange` counter-clockwise, at any place.
+    static bool InRangeNearEnd(double x, double s, double e);
+
     // `a`, a full turn later if `from` lies above it by more than the tolerance.
     static double Raised(double a, double from) { return from > a + zToler ? a + z2Pi : a; }
 
@@ -268,18 +272,18 @@ inline double S1::Factored(double angle) {
     return FromHalfTurns((whole & 1) != 0, fraction * zPi);
 }
 
+// Away from both ends neither the tolerance nor the seam matters, and the answer needs no
+// branch: on which side of the ends an angle lies is seldom foreseeable.
 inline bool S1::InRange(double x, double a, double b, bool bCCW) {
-    // The raw angle -pi is not valid here and lies on no arc, deliberately.
-    if (!IsValid(a) || !IsValid(b) || !IsValid(x)) return false;
+    constexpr double kAway = 10.0 * zSeamBand;
     const double s = bCCW ? a : b;
     const double e = bCCW ? b : a;
-    if (s > 0 && 0 > e) {
-        return RangeR1::In(x, s, zPi, zToler) || RangeR1::In(x, -zPi, e, zToler);
-    }
-    if (!(s > e)) return RangeR1::In(x, s, e, zToler);
-    if (Equal(x, s, false) || Equal(x, e, false)) return true;
-    if (zToler > std::fabs(s - zPi)) return RangeR1::In(x, -zPi, e, zToler);
-    return !RangeR1::In(x, e, s, zToler);
+    if (!(std::fabs(x - s) > kAway && std::fabs(x - e) > kAway)) return InRangeNearEnd(x, s, e);
+    // The raw angle -pi is not valid here and lies on no arc, deliberately.
+    const bool valid = IsValid(std::min({s, e, x})) && IsValid(std::max({s, e, x}));
+    const bool afterStart = x > s;
+    const bool beforeEnd = e > x;
+    return valid & ((afterStart & beforeEnd) | ((s > e) & (afterStart | beforeEnd)));
 }
 
 }  // namespace ZT

@@ -587,7 +587,7 @@ const std::vector<double>& Bounds() {
     static const std::vector<double> bounds = [] {
         std::vector<double> all;
         for (const double at : {-zPi, -2.0, -1.0, 0.0, 1.0, 2.0, zPi}) {
-            for (const double by : {0.0, 5e-11, 1e-10, 1.5e-10, 9e-10, 1.1e-9}) {
+            for (const double by : {0.0, 5e-11, 1e-10, 1.5e-10, 9e-10, 1.1e-9, 9.9e-9, 1.01e-8}) {
                 all.push_back(at + by);
                 all.push_back(at - by);
             }
