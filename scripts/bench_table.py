@@ -43,7 +43,10 @@ def rows(results):
     """{(work, size): {who: figure}}, in the order of the program."""
     table = {}
     for result in results:
-        work, who, *size = result["run_name"].split("/")
+        work, slash, rest = result["run_name"].partition("/")
+        if not slash:
+            sys.exit(f"bench: {work} is not named Work/who")
+        who, *size = rest.split("/")
         size = "/".join(part for part in size if part.isdigit())
         table.setdefault((work, size), {})[who] = nanoseconds(result)
         if "bytes" in result:

@@ -30,7 +30,7 @@ void AddAndSum_StdVector(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-BENCHMARK(AddAndSum)->Arg(10)->Arg(1000)->Arg(100000);
-BENCHMARK(AddAndSum_StdVector)->Arg(10)->Arg(1000)->Arg(100000);
+BENCHMARK(AddAndSum)->Name("CArray_AddAndSum/ours")->Arg(10)->Arg(1000)->Arg(100000);
+BENCHMARK(AddAndSum_StdVector)->Name("CArray_AddAndSum/std")->Arg(10)->Arg(1000)->Arg(100000);
 
 }  // namespace

@@ -80,11 +80,23 @@ void FillAndRemove_StdUnorderedMap(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-BENCHMARK(Lookup<true>)->Arg(10)->Arg(1000)->Arg(100000);
-BENCHMARK(Lookup_StdUnorderedMap<true>)->Arg(10)->Arg(1000)->Arg(100000);
-BENCHMARK(Lookup<false>)->Arg(10)->Arg(1000)->Arg(100000);
-BENCHMARK(Lookup_StdUnorderedMap<false>)->Arg(10)->Arg(1000)->Arg(100000);
-BENCHMARK(FillAndRemove)->Arg(10)->Arg(1000)->Arg(100000);
-BENCHMARK(FillAndRemove_StdUnorderedMap)->Arg(10)->Arg(1000)->Arg(100000);
+BENCHMARK(Lookup<true>)->Name("CMapPtrToPtr_LookupShuffled/ours")->Arg(10)->Arg(1000)->Arg(100000);
+BENCHMARK(Lookup_StdUnorderedMap<true>)
+    ->Name("CMapPtrToPtr_LookupShuffled/std")
+    ->Arg(10)
+    ->Arg(1000)
+    ->Arg(100000);
+BENCHMARK(Lookup<false>)->Name("CMapPtrToPtr_LookupInOrder/ours")->Arg(10)->Arg(1000)->Arg(100000);
+BENCHMARK(Lookup_StdUnorderedMap<false>)
+    ->Name("CMapPtrToPtr_LookupInOrder/std")
+    ->Arg(10)
+    ->Arg(1000)
+    ->Arg(100000);
+BENCHMARK(FillAndRemove)->Name("CMapPtrToPtr_FillAndRemove/ours")->Arg(10)->Arg(1000)->Arg(100000);
+BENCHMARK(FillAndRemove_StdUnorderedMap)
+    ->Name("CMapPtrToPtr_FillAndRemove/std")
+    ->Arg(10)
+    ->Arg(1000)
+    ->Arg(100000);
 
 }  // namespace

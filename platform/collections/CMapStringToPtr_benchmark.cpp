@@ -63,15 +63,15 @@ void Lookup_StdUnorderedMap(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-BENCHMARK(Lookup<0>)->Name("LookupShort")->Arg(10)->Arg(1000)->Arg(100000);
+BENCHMARK(Lookup<0>)->Name("CMapStringToPtr_LookupShort/ours")->Arg(10)->Arg(1000)->Arg(100000);
 BENCHMARK(Lookup_StdUnorderedMap<0>)
-    ->Name("LookupShort_StdUnorderedMap")
+    ->Name("CMapStringToPtr_LookupShort/std")
     ->Arg(10)
     ->Arg(1000)
     ->Arg(100000);
-BENCHMARK(Lookup<40>)->Name("LookupLong")->Arg(10)->Arg(1000)->Arg(100000);
+BENCHMARK(Lookup<40>)->Name("CMapStringToPtr_LookupLong/ours")->Arg(10)->Arg(1000)->Arg(100000);
 BENCHMARK(Lookup_StdUnorderedMap<40>)
-    ->Name("LookupLong_StdUnorderedMap")
+    ->Name("CMapStringToPtr_LookupLong/std")
     ->Arg(10)
     ->Arg(1000)
     ->Arg(100000);

@@ -67,9 +67,13 @@ void Lookup_StdUnorderedMap(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-BENCHMARK(CountNumbers)->Arg(10)->Arg(1000)->Arg(100000);
-BENCHMARK(CountNumbers_StdUnorderedMap)->Arg(10)->Arg(1000)->Arg(100000);
-BENCHMARK(Lookup)->Arg(10)->Arg(1000)->Arg(100000);
-BENCHMARK(Lookup_StdUnorderedMap)->Arg(10)->Arg(1000)->Arg(100000);
+BENCHMARK(CountNumbers)->Name("CMap_CountNumbers/ours")->Arg(10)->Arg(1000)->Arg(100000);
+BENCHMARK(CountNumbers_StdUnorderedMap)
+    ->Name("CMap_CountNumbers/std")
+    ->Arg(10)
+    ->Arg(1000)
+    ->Arg(100000);
+BENCHMARK(Lookup)->Name("CMap_Lookup/ours")->Arg(10)->Arg(1000)->Arg(100000);
+BENCHMARK(Lookup_StdUnorderedMap)->Name("CMap_Lookup/std")->Arg(10)->Arg(1000)->Arg(100000);
 
 }  // namespace

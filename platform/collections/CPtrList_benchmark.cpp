@@ -75,9 +75,9 @@ void Walk_StdList(benchmark::State& state) {
     WalkOver(state, list);
 }
 
-BENCHMARK(FillWalkThin)->Arg(10)->Arg(1000)->Arg(100000);
-BENCHMARK(FillWalkThin_StdList)->Arg(10)->Arg(1000)->Arg(100000);
-BENCHMARK(Walk)->Arg(1000);
-BENCHMARK(Walk_StdList)->Arg(1000);
+BENCHMARK(FillWalkThin)->Name("CPtrList_FillWalkThin/ours")->Arg(10)->Arg(1000)->Arg(100000);
+BENCHMARK(FillWalkThin_StdList)->Name("CPtrList_FillWalkThin/std")->Arg(10)->Arg(1000)->Arg(100000);
+BENCHMARK(Walk)->Name("CPtrList_Walk/ours")->Arg(1000);
+BENCHMARK(Walk_StdList)->Name("CPtrList_Walk/std")->Arg(1000);
 
 }  // namespace

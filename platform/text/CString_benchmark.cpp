@@ -113,13 +113,13 @@ void Format_StdString(benchmark::State& state) {
     FormatBy<std::string>(state);
 }
 
-BENCHMARK(MakeCopyCompare)->Arg(8)->Arg(200);
-BENCHMARK(MakeCopyCompare_StdString)->Arg(8)->Arg(200);
-BENCHMARK(AppendAndIndex)->Arg(1000);
-BENCHMARK(AppendAndIndex_StdString)->Arg(1000);
-BENCHMARK(FindAndPart)->Arg(1000);
-BENCHMARK(FindAndPart_StdString)->Arg(1000);
-BENCHMARK(Format);
-BENCHMARK(Format_StdString);
+BENCHMARK(MakeCopyCompare)->Name("CString_MakeCopyCompare/ours")->Arg(8)->Arg(200);
+BENCHMARK(MakeCopyCompare_StdString)->Name("CString_MakeCopyCompare/std")->Arg(8)->Arg(200);
+BENCHMARK(AppendAndIndex)->Name("CString_AppendAndIndex/ours")->Arg(1000);
+BENCHMARK(AppendAndIndex_StdString)->Name("CString_AppendAndIndex/std")->Arg(1000);
+BENCHMARK(FindAndPart)->Name("CString_FindAndPart/ours")->Arg(1000);
+BENCHMARK(FindAndPart_StdString)->Name("CString_FindAndPart/std")->Arg(1000);
+BENCHMARK(Format)->Name("CString_Format/ours");
+BENCHMARK(Format_StdString)->Name("CString_Format/std");
 
 }  // namespace

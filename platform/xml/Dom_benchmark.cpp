@@ -62,7 +62,7 @@ void LoadText(benchmark::State& state) {
     }
     SetBytes(state, text);
 }
-BENCHMARK(LoadText)->Arg(kSmall)->Arg(kLarge);
+BENCHMARK(LoadText)->Name("Dom_LoadText/ours")->Arg(kSmall)->Arg(kLarge);
 
 #if ZT_PEER_PUGIXML
 void LoadText_pugixml(benchmark::State& state) {
@@ -77,7 +77,7 @@ void LoadText_pugixml(benchmark::State& state) {
     }
     SetBytes(state, text);
 }
-BENCHMARK(LoadText_pugixml)->Arg(kSmall)->Arg(kLarge);
+BENCHMARK(LoadText_pugixml)->Name("Dom_LoadText/pugixml")->Arg(kSmall)->Arg(kLarge);
 #endif
 
 #if ZT_PEER_TINYXML2
@@ -91,7 +91,7 @@ void LoadText_tinyxml2(benchmark::State& state) {
     }
     SetBytes(state, text);
 }
-BENCHMARK(LoadText_tinyxml2)->Arg(kSmall)->Arg(kLarge);
+BENCHMARK(LoadText_tinyxml2)->Name("Dom_LoadText/tinyxml2")->Arg(kSmall)->Arg(kLarge);
 #endif
 
 #if ZT_PEER_LIBXML2
@@ -105,7 +105,7 @@ void LoadText_libxml2(benchmark::State& state) {
     }
     SetBytes(state, text);
 }
-BENCHMARK(LoadText_libxml2)->Arg(kSmall)->Arg(kLarge);
+BENCHMARK(LoadText_libxml2)->Name("Dom_LoadText/libxml2")->Arg(kSmall)->Arg(kLarge);
 #endif
 
 // ---- Printing a text.
@@ -117,7 +117,7 @@ void PrintText(benchmark::State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(document->xml());
     SetBytes(state, text);
 }
-BENCHMARK(PrintText)->Arg(kSmall)->Arg(kLarge);
+BENCHMARK(PrintText)->Name("Dom_PrintText/ours")->Arg(kSmall)->Arg(kLarge);
 
 #if ZT_PEER_PUGIXML
 class StringWriter : public pugi::xml_writer {
@@ -139,7 +139,7 @@ void PrintText_pugixml(benchmark::State& state) {
     }
     SetBytes(state, text);
 }
-BENCHMARK(PrintText_pugixml)->Arg(kSmall)->Arg(kLarge);
+BENCHMARK(PrintText_pugixml)->Name("Dom_PrintText/pugixml")->Arg(kSmall)->Arg(kLarge);
 #endif
 
 #if ZT_PEER_TINYXML2
@@ -154,7 +154,7 @@ void PrintText_tinyxml2(benchmark::State& state) {
     }
     SetBytes(state, text);
 }
-BENCHMARK(PrintText_tinyxml2)->Arg(kSmall)->Arg(kLarge);
+BENCHMARK(PrintText_tinyxml2)->Name("Dom_PrintText/tinyxml2")->Arg(kSmall)->Arg(kLarge);
 #endif
 
 #if ZT_PEER_LIBXML2
@@ -171,7 +171,7 @@ void PrintText_libxml2(benchmark::State& state) {
     xmlFreeDoc(document);
     SetBytes(state, text);
 }
-BENCHMARK(PrintText_libxml2)->Arg(kSmall)->Arg(kLarge);
+BENCHMARK(PrintText_libxml2)->Name("Dom_PrintText/libxml2")->Arg(kSmall)->Arg(kLarge);
 #endif
 
 // ---- Building a document of small elements.
@@ -185,7 +185,7 @@ void BuildInPlace(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(BuildInPlace)->Arg(100000);
+BENCHMARK(BuildInPlace)->Name("Dom_Build/ours")->Arg(100000);
 
 void BuildDetachedThenAppend(benchmark::State& state) {
     for (auto _ : state) {
@@ -199,7 +199,7 @@ void BuildDetachedThenAppend(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(BuildDetachedThenAppend)->Arg(100000);
+BENCHMARK(BuildDetachedThenAppend)->Name("Dom_Build/detached")->Arg(100000);
 
 #if ZT_PEER_PUGIXML
 void Build_pugixml(benchmark::State& state) {
@@ -212,7 +212,7 @@ void Build_pugixml(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(Build_pugixml)->Arg(100000);
+BENCHMARK(Build_pugixml)->Name("Dom_Build/pugixml")->Arg(100000);
 #endif
 
 #if ZT_PEER_TINYXML2
@@ -227,7 +227,7 @@ void Build_tinyxml2(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(Build_tinyxml2)->Arg(100000);
+BENCHMARK(Build_tinyxml2)->Name("Dom_Build/tinyxml2")->Arg(100000);
 #endif
 
 #if ZT_PEER_LIBXML2
@@ -244,7 +244,7 @@ void Build_libxml2(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(Build_libxml2)->Arg(100000);
+BENCHMARK(Build_libxml2)->Name("Dom_Build/libxml2")->Arg(100000);
 #endif
 
 // ---- Reading back: each record's values by tag.
@@ -263,7 +263,7 @@ void ReadRecords(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(ReadRecords)->Arg(kLarge);
+BENCHMARK(ReadRecords)->Name("Dom_ReadRecords/ours")->Arg(kLarge);
 
 #if ZT_PEER_PUGIXML
 void ReadRecords_pugixml(benchmark::State& state) {
@@ -280,7 +280,7 @@ void ReadRecords_pugixml(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(ReadRecords_pugixml)->Arg(kLarge);
+BENCHMARK(ReadRecords_pugixml)->Name("Dom_ReadRecords/pugixml")->Arg(kLarge);
 #endif
 
 // ---- Look-up among many children, at n and 4n: the time per child must stay the same.
@@ -304,7 +304,7 @@ void ItemOfFreshList(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(ItemOfFreshList)->Arg(125000)->Arg(500000);
+BENCHMARK(ItemOfFreshList)->Name("Dom_ItemOfFreshList/ours")->Arg(125000)->Arg(500000);
 
 void ChildByTagAndNumber(benchmark::State& state) {
     const IXMLDOMDocumentPtr document = Wide(state.range(0), false);
@@ -316,7 +316,7 @@ void ChildByTagAndNumber(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(ChildByTagAndNumber)->Arg(15000)->Arg(60000);
+BENCHMARK(ChildByTagAndNumber)->Name("Dom_ChildByTagAndNumber/ours")->Arg(15000)->Arg(60000);
 
 void ChildByDifferentTags(benchmark::State& state) {
     std::vector<std::string> tags;
@@ -330,7 +330,7 @@ void ChildByDifferentTags(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(ChildByDifferentTags)->Arg(15000)->Arg(60000);
+BENCHMARK(ChildByDifferentTags)->Name("Dom_ChildByDifferentTags/ours")->Arg(15000)->Arg(60000);
 
 // ---- Memory of a million small elements, in bytes per element.
 
@@ -376,10 +376,13 @@ void MemoryOfAMillion(benchmark::State& state) {
             root->appendChild(child);
             child->put_text("123");
         }
-        state.counters["bytes/element"] = static_cast<double>(g_bytes) / kMillion;
+        state.counters["bytes"] = static_cast<double>(g_bytes);
     }
 }
-BENCHMARK(MemoryOfAMillion)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(MemoryOfAMillion)
+    ->Name("Dom_MemoryOfAMillion/ours")
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
 
 void MemoryOfAMillion_pugixml(benchmark::State& state) {
     const CountedMemory counted;
@@ -389,10 +392,13 @@ void MemoryOfAMillion_pugixml(benchmark::State& state) {
         for (int i = 0; i < kMillion; ++i) {
             root.append_child("Sz").append_child(pugi::node_pcdata).set_value("123");
         }
-        state.counters["bytes/element"] = static_cast<double>(g_bytes) / kMillion;
+        state.counters["bytes"] = static_cast<double>(g_bytes);
     }
 }
-BENCHMARK(MemoryOfAMillion_pugixml)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(MemoryOfAMillion_pugixml)
+    ->Name("Dom_MemoryOfAMillion/pugixml")
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
 #endif
 
 }  // namespace
