@@ -40,18 +40,20 @@ def nanoseconds(result):
 
 
 def rows(results):
-    """{(work, size): {who: figure}}, in the order of the program."""
+    """{(work, size): {who: figure}}, by name and size."""
     table = {}
     for result in results:
         work, slash, rest = result["run_name"].partition("/")
         if not slash:
             sys.exit(f"bench: {work} is not named Work/who")
         who, *size = rest.split("/")
+        if who.isdigit():  # a work without peers
+            who, size = "ours", [who]
         size = "/".join(part for part in size if part.isdigit())
         table.setdefault((work, size), {})[who] = nanoseconds(result)
         if "bytes" in result:
             table.setdefault((f"{work}, memory", size), {})[who] = result["bytes"]
-    return table
+    return dict(sorted(table.items(), key=lambda row: (row[0][0], int(row[0][1] or 0))))
 
 
 def shown(work, figure):
@@ -64,9 +66,7 @@ def shown(work, figure):
 
 
 def print_table(title, table, ratios_only):
-    peers = []
-    for figures in table.values():
-        peers += [who for who in figures if who != "ours" and who not in peers]
+    peers = sorted({who for figures in table.values() for who in figures} - {"ours"})
     print(f"\n### {title}\n")
     print("| work | ours | " + " | ".join(peers) + " |")
     print("|---|---|" + "---|" * len(peers))
@@ -94,7 +94,7 @@ def print_growth(table):
         points.sort()
         (small, first), (large, last) = points[0], points[-1]
         if large > small:
-            lines.append(f"- {work}: {large / small:.3g} times the size takes {last / first:.3g} times as much")
+            lines.append(f"- {work}: {large // small:,} times the size takes {last / first:,.1f} times as much")
     if lines:
         print("\nGrowth of ours:\n")
         print("\n".join(lines))
