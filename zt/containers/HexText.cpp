@@ -1,5 +1,5 @@
-#include <zt/containers/detail/HexKernels.h>
 #include <zt/containers/HexText.h>
+#include <zt/containers/detail/HexKernels.h>
 
 #include <platform/object/Allocation.h>
 #include <algorithm>

@@ -4,8 +4,8 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <zt/containers/detail/HexKernels.h>
 #include <zt/containers/HexText.h>
+#include <zt/containers/detail/HexKernels.h>
 #include <algorithm>
 #include <memory>
 #include <string>

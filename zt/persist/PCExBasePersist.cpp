@@ -1,8 +1,8 @@
 #include <platform/object/Allocation.h>
 #include <zt/containers/HXString.h>
 #include <zt/frame/TriStateAlg.h>
-#include <zt/persist/detail/NumberRow.h>
 #include <zt/persist/PCExBase.h>
+#include <zt/persist/detail/NumberRow.h>
 
 #include <algorithm>
 #include <string>

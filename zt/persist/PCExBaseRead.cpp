@@ -1,5 +1,5 @@
-#include <zt/persist/detail/NumberRow.h>
 #include <zt/persist/PCExBase.h>
+#include <zt/persist/detail/NumberRow.h>
 
 #include <string>
 
