@@ -4,6 +4,8 @@
 #pragma once
 
 #include <zt/containers/ByteSet.h>
+#include <zt/containers/CyclicPtrList.h>
+#include <zt/containers/CyclicWalks.h>
 #include <zt/containers/HXString.h>
 #include <zt/containers/HexText.h>
 #include <zt/containers/TextFunctions.h>
