@@ -6,6 +6,7 @@
 #include <zt/containers/ByteSet.h>
 #include <zt/containers/CyclicPtrList.h>
 #include <zt/containers/CyclicWalks.h>
+#include <zt/containers/HXBitArray.h>
 #include <zt/containers/HXString.h>
 #include <zt/containers/HexText.h>
 #include <zt/containers/TextFunctions.h>
