@@ -6,6 +6,8 @@
 #include <platform/collections/NodeChain.h>
 #include <platform/collections/POSITION.h>
 
+#include <cstdint>
+
 /// The operations that every list of the library has in common, over any list of the
 /// platform: a `CPtrList`, a `CObList` or one derived from them.
 ///
@@ -130,6 +132,33 @@ void RemoveCyclic(Chain<E, A>& list, POSITION from, POSITION to) {
         if (here == to || here == pos) pos = nullptr;
         list.RemoveAt(here);
     }
+}
+
+/// Index of `pos`, counted from the head; -1 when it is not in the list, as null never is.
+template <class E, class A>
+std::int64_t IndexOf(const Chain<E, A>& list, POSITION pos) {
+    std::int64_t index = 0;
+    for (POSITION next = list.GetHeadPosition(); next != nullptr; ++index) {
+        if (next == pos) return index;
+        list.GetNext(next);
+    }
+    return -1;
+}
+
+/// Whether an element occurs twice. If so, `earlier` and `later` get its first two places; of
+/// several such elements that is the one that begins first. Otherwise they stay. The walk is
+/// quadratic.
+template <class E, class A>
+bool FindDuplicates(const Chain<E, A>& list, POSITION& earlier, POSITION& later) {
+    for (POSITION pos = list.GetHeadPosition(); pos != nullptr;) {
+        const POSITION here = pos;
+        const POSITION twin = list.Find(list.GetNext(pos), here);
+        if (twin == nullptr) continue;
+        earlier = here;
+        later = twin;
+        return true;
+    }
+    return false;
 }
 
 /// Whether the ends of the list agree with its count, and the head, if there is one, holds an
