@@ -1,10 +1,16 @@
 #include <platform/xml/detail/ChildIndex.h>
 
+#include <functional>
+
 #include <platform/xml/detail/DomNodes.h>
 
 void NodeRun::Add(pugi::xml_node node) {
-    if (m_size == 0) m_place = node;
-    if (m_size % kSpacing == 0) m_marks.push_back(node);
+    if (m_size == 0) {
+        m_first = node;
+        m_place = node;
+    } else if (m_size % kSpacing == 0) {
+        m_marks.push_back(node);
+    }
     m_last = node;
     ++m_size;
 }
@@ -13,7 +19,52 @@ void NodeRun::MoveCloser(std::size_t index) {
     const std::size_t distance = m_at < index ? index - m_at : m_at - index;
     if (distance <= index % kSpacing) return;
     m_at = index - index % kSpacing;
-    m_place = m_marks[index / kSpacing];
+    m_place = index < kSpacing ? m_first : m_marks[index / kSpacing - 1];
+}
+
+std::uint32_t NamedRuns::Hash(std::string_view name) {
+    return static_cast<std::uint32_t>(std::hash<std::string_view>()(name));
+}
+
+std::size_t NamedRuns::FindHashed(std::string_view name, std::uint32_t hash) const {
+    if (m_slots.empty()) return kNone;
+    const std::size_t mask = m_slots.size() - 1;
+    for (std::size_t at = hash & mask; m_slots[at].run != 0; at = (at + 1) & mask) {
+        if (m_slots[at].hash != hash) continue;
+        const std::size_t number = m_slots[at].run - 1;
+        if (m_runs[number].name == name) return number;
+    }
+    return kNone;
+}
+
+std::size_t NamedRuns::Find(std::string_view name) const {
+    return FindHashed(name, Hash(name));
+}
+
+std::size_t NamedRuns::FindOrAdd(std::string_view name) {
+    const std::uint32_t hash = Hash(name);
+    const std::size_t known = FindHashed(name, hash);
+    if (known != kNone) return known;
+    if (2 * m_runs.size() >= m_slots.size()) Grow();
+    m_runs.push_back({name, NodeRun()});
+    Place({hash, static_cast<std::uint32_t>(m_runs.size())});
+    return m_runs.size() - 1;
+}
+
+void NamedRuns::Place(Slot slot) {
+    const std::size_t mask = m_slots.size() - 1;
+    std::size_t at = slot.hash & mask;
+    while (m_slots[at].run != 0) at = (at + 1) & mask;
+    m_slots[at] = slot;
+}
+
+void NamedRuns::Grow() {
+    constexpr std::size_t kLeastSlots = 16;
+    std::vector<Slot> old(m_slots.empty() ? kLeastSlots : 2 * m_slots.size());
+    old.swap(m_slots);
+    for (const Slot& slot : old) {
+        if (slot.run != 0) Place(slot);
+    }
 }
 
 pugi::xml_node ChildIndex::After(pugi::xml_node child) const {
@@ -45,14 +96,16 @@ pugi::xml_node ChildIndex::Item(std::size_t index) {
 
 void ChildIndex::File(pugi::xml_node element) {
     const char* tag = element.name();
-    if (m_recent == nullptr || !EqualsName(tag, m_recentName)) {
-        // The key is the text of the first element of the run.
-        const auto place = m_named.try_emplace(tag).first;
-        m_recentName = place->first;
-        m_recent = &place->second;
+    if (m_recent == NamedRuns::kNone || !EqualsName(tag, m_named.Name(m_recent))) {
+        // The name is the text of the first element of the run.
+        m_recent = m_named.FindOrAdd(tag);
     }
-    m_recent->Add(element);
+    m_named.Run(m_recent).Add(element);
     ++m_elements;
+}
+
+bool ChildIndex::IsRecent(std::string_view name) const {
+    return m_recent != NamedRuns::kNone && m_named.Name(m_recent) == name;
 }
 
 bool ChildIndex::FileNext() {
@@ -64,12 +117,12 @@ bool ChildIndex::FileNext() {
 }
 
 pugi::xml_node ChildIndex::Named(std::string_view name, std::size_t index) {
-    auto place = m_named.find(name);
-    while (place == m_named.end() || place->second.Size() <= index) {
+    std::size_t run = m_named.Find(name);
+    while (run == NamedRuns::kNone || m_named.Run(run).Size() <= index) {
         if (!FileNext()) return {};
-        if (place == m_named.end() && m_recentName == name) place = m_named.find(name);
+        if (run == NamedRuns::kNone && IsRecent(name)) run = m_recent;
     }
-    return place->second.At(index, [name](pugi::xml_node node, bool forward) {
+    return m_named.Run(run).At(index, [name](pugi::xml_node node, bool forward) {
         do {
             node = forward ? node.next_sibling() : node.previous_sibling();
         } while (!IsElementNamed(node, name));
@@ -80,8 +133,8 @@ pugi::xml_node ChildIndex::Named(std::string_view name, std::size_t index) {
 std::size_t ChildIndex::CountNamed(std::string_view name) {
     while (FileNext()) {
     }
-    const auto place = m_named.find(name);
-    return place == m_named.end() ? 0 : place->second.Size();
+    const std::size_t run = m_named.Find(name);
+    return run == NamedRuns::kNone ? 0 : m_named.Run(run).Size();
 }
 
 std::size_t ChildIndex::CountElements() {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -35,10 +36,52 @@ private:
     void MoveCloser(std::size_t index);
 
     std::size_t m_size = 0;
+    pugi::xml_node m_first;
     pugi::xml_node m_last;
     std::size_t m_at = 0;
     pugi::xml_node m_place;
+    // The marks after the first node, which has no need of one: a run of one node, and
+    // there are many, takes nothing from the heap.
     std::vector<pugi::xml_node> m_marks;
+};
+
+/// The runs of the elements of one tag each, found by the tag.
+///
+/// The runs stand in one row in the order in which their tags came, and a table of small
+/// slots tells where: a look-up for a new tag touches one slot and no other tag's text, so
+/// that a node with very many tags is still indexed in time proportional to their number.
+class NamedRuns {
+public:
+    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+    /// The number of the run of `name`; `kNone` when there is none.
+    std::size_t Find(std::string_view name) const;
+    /// The number of the run of `name`, whose text must stay where it is; made if there is
+    /// none.
+    std::size_t FindOrAdd(std::string_view name);
+
+    NodeRun& Run(std::size_t number) { return m_runs[number].nodes; }
+    std::string_view Name(std::size_t number) const { return m_runs[number].name; }
+
+private:
+    struct NamedRun {
+        std::string_view name;
+        NodeRun nodes;
+    };
+    // An empty slot has the run 0; others the number of their run and one.
+    struct Slot {
+        std::uint32_t hash = 0;
+        std::uint32_t run = 0;
+    };
+
+    static std::uint32_t Hash(std::string_view name);
+    std::size_t FindHashed(std::string_view name, std::uint32_t hash) const;
+    void Place(Slot slot);
+    void Grow();
+
+    std::vector<NamedRun> m_runs;
+    // A power of two of them, at most half full.
+    std::vector<Slot> m_slots;
 };
 
 /// What is known of the children of one node: by number, and by tag. It is gathered
@@ -63,16 +106,16 @@ private:
     // Files one more child under its tag; false at the end.
     bool FileNext();
     void File(pugi::xml_node element);
+    bool IsRecent(std::string_view name) const;
 
     pugi::xml_node m_parent;
     pugi::xml_node m_end;
     NodeRun m_children;
     pugi::xml_node m_filed;
     std::size_t m_elements = 0;
-    std::unordered_map<std::string_view, NodeRun> m_named;
-    // The run that was added to last, and its tag.
-    NodeRun* m_recent = nullptr;
-    std::string_view m_recentName;
+    NamedRuns m_named;
+    // The run that was added to last.
+    std::size_t m_recent = NamedRuns::kNone;
 };
 
 /// The indexes of a document's large nodes. Nodes with few children have none, and
