@@ -2,63 +2,13 @@
 // The program's operator new counts.
 
 #include <gtest/gtest.h>
+#include <tests/CountingNew.h>
 #include <zt/numerics/CyclSegment.h>
 #include <zt/numerics/IndexAlg.h>
 #include <zt/numerics/ZGroup.h>
 #include <zt/ranges/RangeEx.h>
 #include <zt/ranges/RangeInt.h>
 #include <zt/ranges/RangeZGroup.h>
-
-#include <cstdlib>
-#include <new>
-
-namespace {
-
-std::size_t allocations = 0;
-
-void* Allocate(std::size_t size) {
-    ++allocations;
-    if (void* const memory = std::malloc(size != 0 ? size : 1)) return memory;
-    throw std::bad_alloc();
-}
-
-void* AllocateOrNull(std::size_t size) {
-    ++allocations;
-    return std::malloc(size != 0 ? size : 1);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    return Allocate(size);
-}
-void* operator new[](std::size_t size) {
-    return Allocate(size);
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return AllocateOrNull(size);
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    return AllocateOrNull(size);
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete[](void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
-void operator delete[](void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, const std::nothrow_t&) noexcept {
-    std::free(memory);
-}
-void operator delete[](void* memory, const std::nothrow_t&) noexcept {
-    std::free(memory);
-}
 
 namespace ZT {
 namespace {
@@ -71,17 +21,12 @@ void Keep(T result) {
     sink = static_cast<double>(result);
 }
 
-template <class Calls>
-std::size_t AllocationsOf(Calls calls) {
-    const std::size_t before = allocations;
-    calls();
-    return allocations - before;
-}
+using testing_support::AllocationsIn;
 
 // Every pair of a family meets the operations, each as a copy.
 template <class Kind, std::size_t kCount, class Calls>
 std::size_t AllocationsOnPairs(const Kind (&kinds)[kCount], Calls calls) {
-    return AllocationsOf([&] {
+    return AllocationsIn([&] {
         for (const Kind& a : kinds) {
             for (const Kind& b : kinds) {
                 Kind first(a);
@@ -93,11 +38,11 @@ std::size_t AllocationsOnPairs(const Kind (&kinds)[kCount], Calls calls) {
 }
 
 TEST(HeapUse, CountsAnAllocation) {
-    EXPECT_EQ(AllocationsOf([] { ::operator delete(::operator new(5)); }), 1u);
-    EXPECT_EQ(AllocationsOf([] { ::operator delete(::operator new(5, std::nothrow)); }), 1u);
+    EXPECT_EQ(AllocationsIn([] { ::operator delete(::operator new(5)); }), 1u);
+    EXPECT_EQ(AllocationsIn([] { ::operator delete(::operator new(5, std::nothrow)); }), 1u);
     // In the library too.
     IndexAlg::Array indices;
-    EXPECT_GT(AllocationsOf([&] { Keep(IndexAlg::CountUnique(indices)); }), 0u);
+    EXPECT_GT(AllocationsIn([&] { Keep(IndexAlg::CountUnique(indices)); }), 0u);
 }
 
 TEST(HeapUse, CyclicIntegersDoNotAllocate) {
@@ -139,7 +84,7 @@ TEST(HeapUse, CyclicIntegersDoNotAllocate) {
 }
 
 TEST(HeapUse, PlainCyclicIndicesDoNotAllocate) {
-    EXPECT_EQ(AllocationsOf([] {
+    EXPECT_EQ(AllocationsIn([] {
                   int v = 3;
                   unsigned char small = 3;
                   Keep(ZGroup::Factorize(5, -1));

@@ -1,59 +1,15 @@
 // No operation on doubles and real intervals allocates. The program's operator new counts.
 
 #include <gtest/gtest.h>
+#include <tests/CountingNew.h>
 #include <zt/numerics/DoubleZT.h>
 #include <zt/numerics/ScalarFunctions.h>
 #include <zt/numerics/SolveNl.h>
-#include <zt/ranges/AllocationCount_test.h>
 #include <zt/ranges/RangeR1.h>
 
 #include <platform/files/CArchive.h>
 #include <platform/files/CMemFile.h>
 #include <sibling/Range.h>
-
-#include <cstdlib>
-#include <new>
-
-namespace {
-
-std::size_t allocations = 0;
-
-void* Allocate(std::size_t size) {
-    ++allocations;
-    if (void* const memory = std::malloc(size != 0 ? size : 1)) return memory;
-    throw std::bad_alloc();
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    return Allocate(size);
-}
-void* operator new[](std::size_t size) {
-    return Allocate(size);
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return Allocate(size);
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    return Allocate(size);
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete[](void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
-void operator delete[](void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
-
-std::size_t testing_support::AllocationsSoFar() {
-    return allocations;
-}
 
 namespace ZT {
 namespace {
@@ -66,17 +22,12 @@ void Keep(T result) {
     sink = static_cast<double>(result);
 }
 
-template <class Calls>
-std::size_t AllocationsOf(Calls calls) {
-    const std::size_t before = allocations;
-    calls();
-    return allocations - before;
-}
+using testing_support::AllocationsIn;
 
 // Plain, reversed, empty, full, external and singleton ranges, met by each operation.
 template <class Calls>
 std::size_t AllocationsOnAllKinds(Calls calls) {
-    return AllocationsOf([&] {
+    return AllocationsIn([&] {
         RangeR1 kinds[] = {{0.0, 10.0}, {3.0, 4.0}, {4.0, 3.0}, {}, {-1e307, 1e307}, {5.0, 5.0}};
         for (const RangeR1& a : kinds) {
             for (const RangeR1& b : kinds) {
@@ -91,13 +42,13 @@ std::size_t AllocationsOnAllKinds(Calls calls) {
 }
 
 TEST(HeapUse, CountsAnAllocation) {
-    EXPECT_EQ(AllocationsOf([] { ::operator delete(::operator new(5)); }), 1u);
+    EXPECT_EQ(AllocationsIn([] { ::operator delete(::operator new(5)); }), 1u);
     // In the library too: a text of this length does not fit into the string itself.
-    EXPECT_GT(AllocationsOf([] { DoubleZT::ToString(1e100); }), 0u);
+    EXPECT_GT(AllocationsIn([] { DoubleZT::ToString(1e100); }), 0u);
 }
 
 TEST(HeapUse, ScalarFunctionsDoNotAllocate) {
-    EXPECT_EQ(AllocationsOf([] {
+    EXPECT_EQ(AllocationsIn([] {
                   double v[3] = {3.0, 4.0, 12.0};
                   const double w[3] = {1.0, 4.0, 12.0};
                   const double knots[4] = {0.0, 1.0, 2.0, 4.0};
@@ -289,12 +240,12 @@ TEST(HeapUse, StoringAndLoadingARangeDoesNotAllocate) {
     {
         CArchive archive(&file, CArchive::store);
         range.Serialize(archive);
-        EXPECT_EQ(AllocationsOf([&] { range.Serialize(archive); }), 0u);
+        EXPECT_EQ(AllocationsIn([&] { range.Serialize(archive); }), 0u);
     }
     file.SeekToBegin();
     CArchive archive(&file, CArchive::load);
     range.Serialize(archive);
-    EXPECT_EQ(AllocationsOf([&] { range.Serialize(archive); }), 0u);
+    EXPECT_EQ(AllocationsIn([&] { range.Serialize(archive); }), 0u);
 }
 
 }  // namespace

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 #include <platform/files/CArchive.h>
 #include <platform/files/CMemFile.h>
+#include <tests/AllocationCount.h>
 #include <zt/numerics/Interpolator.h>
-#include <zt/ranges/AllocationCount_test.h>
 #include <zt/ranges/Grid1D.h>
 #include <zt/ranges/Grid1DLocation.h>
 #include <zt/ranges/MapAffine.h>

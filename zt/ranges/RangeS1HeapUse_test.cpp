@@ -5,8 +5,8 @@
 #include <platform/files/CArchive.h>
 #include <platform/files/CMemFile.h>
 #include <sibling/RangeS1.h>
+#include <tests/AllocationCount.h>
 #include <zt/numerics/S1.h>
-#include <zt/ranges/AllocationCount_test.h>
 #include <zt/ranges/RangeS1.h>
 #include <zt/ranges/RangeS1Family_test.h>
 
