@@ -41,6 +41,7 @@
 #include <zt/ranges/Grid1D.h>
 #include <zt/ranges/Grid1DLocation.h>
 #include <zt/ranges/MapAffine.h>
+#include <zt/ranges/Pair2.h>
 #include <zt/ranges/Range.h>
 #include <zt/ranges/RangeEx.h>
 #include <zt/ranges/RangeInt.h>
@@ -48,4 +49,6 @@
 #include <zt/ranges/RangeR1.h>
 #include <zt/ranges/RangeS1.h>
 #include <zt/ranges/RangeZGroup.h>
+#include <zt/ranges/SetR1.h>
+#include <zt/ranges/SetR1Spaced.h>
 #include <zt/ranges/ZTPair.h>

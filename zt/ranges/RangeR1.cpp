@@ -3,6 +3,41 @@
 #include <platform/files/CArchive.h>
 #include <sibling/Range.h>
 
+namespace {
+
+// What stands before and behind the limits, as the number that its bytes make.
+constexpr std::uint64_t kHeader = 0;
+constexpr std::uint64_t kFlagByte = 0xFF;
+
+void StoreElement(CArchive& ar, const ZT::RangeR1& range) {
+    const std::uint64_t flag = range.m_bExternal ? 1 : 0;
+    ar << kHeader << range.m_min << range.m_max << flag;
+}
+
+void LoadElement(CArchive& ar, ZT::RangeR1& range) {
+    std::uint64_t header;
+    double lo;
+    double hi;
+    std::uint64_t flag;
+    ar >> header >> lo >> hi >> flag;
+    range.m_min = lo;
+    range.m_max = hi;
+    range.m_bExternal = (flag & kFlagByte) != 0;
+}
+
+}  // namespace
+
+template <>
+void SerializeElements<ZT::RangeR1>(CArchive& ar, ZT::RangeR1* pElements, INT_PTR nCount) {
+    for (ZT::RangeR1* range = pElements; range != pElements + nCount; ++range) {
+        if (ar.IsStoring()) {
+            StoreElement(ar, *range);
+        } else {
+            LoadElement(ar, *range);
+        }
+    }
+}
+
 namespace ZT {
 
 RangeR1::EClass RangeR1::GetClass() const {

@@ -5,6 +5,8 @@
 #pragma once
 
 #include <emmintrin.h>
+#include <platform/collections/ElementHelpers.h>
+#include <platform/collections/SerializeElements.h>
 #include <zt/frame/Export.h>
 #include <zt/frame/ZT.h>
 #include <zt/numerics/ScalarFunctions.h>
@@ -12,6 +14,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 class CArchive;
 
@@ -856,3 +859,21 @@ inline bool RangeR1::IsEmptyIntersection(const RangeR1& r, bool bStrict) const {
 }
 
 }  // namespace ZT
+
+/// Ranges in an array move as bytes: apart from the pointer to its table, a range is three plain
+/// fields, and ending one does nothing.
+template <>
+inline void RelocateElements<ZT::RangeR1>(ZT::RangeR1* pDest, ZT::RangeR1* pSrc,
+                                          INT_PTR nCount) noexcept {
+    const void* const source = pSrc;
+    if (nCount > 0) {
+        std::memmove(static_cast<void*>(pDest), source,
+                     static_cast<UINT_PTR>(nCount) * sizeof(ZT::RangeR1));
+    }
+}
+
+/// The record of a range in an array, 32 bytes: 8 that are 0, the limits, the flag in one byte,
+/// and 7 that are 0. What the first 8 and the last 7 hold is passed over on loading. A range is
+/// loaded whole or not at all.
+template <>
+ZT_API void SerializeElements<ZT::RangeR1>(CArchive& ar, ZT::RangeR1* pElements, INT_PTR nCount);
