@@ -117,7 +117,8 @@ bool ChildIndex::FileNext() {
 }
 
 pugi::xml_node ChildIndex::Named(std::string_view name, std::size_t index) {
-    std::size_t run = m_named.Find(name);
+    // Most questions are for one more element of the same tag.
+    std::size_t run = IsRecent(name) ? m_recent : m_named.Find(name);
     while (run == NamedRuns::kNone || m_named.Run(run).Size() <= index) {
         if (!FileNext()) return {};
         if (run == NamedRuns::kNone && IsRecent(name)) run = m_recent;
