@@ -51,9 +51,10 @@ void IndexAlg::Compactify(const Array& in, Array& compact, Array& unique) {
     compact.SetSize(in.GetSize());
     Numbers numbers;
     for (INT_PTR i = 0; i < in.GetSize(); ++i) {
-        const int64 number = numbers.Of(in[i]);
+        const int64 value = in[i];
+        const int64 number = numbers.Of(value);
         compact[i] = number;
-        unique[number] = in[i];
+        unique[number] = value;
     }
 }
 

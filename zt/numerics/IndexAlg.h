@@ -33,7 +33,8 @@ public:
     /// appearance. `compact` receives the number of each value and `unique` the value of each
     /// number, so that `unique[compact[i]]` is `in[i]`. -1 is a value like any other.
     ///
-    /// What was in `compact` and `unique` is lost. The three arrays have to be different ones.
+    /// What was in `compact` and `unique` is lost. `unique` has to be an array of its own;
+    /// `compact` may be `in`, which is then renumbered in place.
     ///
     ///     {7, 3, 7, 9, 3}  gives  compact {0, 1, 0, 2, 1}  and  unique {7, 3, 9}
     static void Compactify(const Array& in, Array& compact, Array& unique);

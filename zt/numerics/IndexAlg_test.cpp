@@ -141,6 +141,15 @@ TEST(IndexAlg, CompactifyKeepsNothingOfTheOldArrays) {
     EXPECT_THAT(ValuesOf(in), ElementsAre(5, 5));
 }
 
+TEST(IndexAlg, CompactifyCanRenumberAnArrayInPlace) {
+    Array a;
+    Array unique;
+    Fill(a, {7, 3, 7, 9, 3});
+    IndexAlg::Compactify(a, a, unique);
+    EXPECT_THAT(ValuesOf(a), ElementsAre(0, 1, 0, 2, 1));
+    EXPECT_THAT(ValuesOf(unique), ElementsAre(7, 3, 9));
+}
+
 TEST(IndexAlg, SplitCutsAtEachMinusOne) {
     EXPECT_THAT(Split({1, 2, -1, 3, -1}), ElementsAre(Values{1, 2}, Values{3}));
     EXPECT_THAT(Split({1, -1, 2, -1, 3}), ElementsAre(Values{1}, Values{2}, Values{3}));
