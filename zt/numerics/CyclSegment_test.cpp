@@ -309,6 +309,13 @@ TEST(CyclSegment, DownwardWalkerStopsAtTheEndOfAFullRun) {
     EXPECT_THAT(Elements(Raw(5, 0, 4), kDown), ElementsAre(0, 1, 2, 3));
 }
 
+TEST(CyclSegment, WalkerOnAFullRunStopsAtTheEndAsItIsStoredAndNotAtItsNormalForm) {
+    EXPECT_TRUE(Raw(5, 5, 4).Contains(Stepped(5, 0, kUp)));
+    EXPECT_FALSE(Raw(5, 5, 4).Contains(Stepped(5, 5, kUp)));
+    EXPECT_TRUE(Raw(5, 3, 7).Contains(Stepped(5, 2, kDown)));
+    EXPECT_FALSE(Raw(5, 3, 7).Contains(Stepped(5, 7, kDown)));
+}
+
 TEST(CyclSegment, FullRunContainsWhateverHasNotBeenStepped) {
     const CyclSegment full = Raw(5, 3, 2);
     EXPECT_TRUE(full.Contains(Stepped(5, -1, kNone)));

@@ -18,8 +18,9 @@ namespace ZT {
 /// remainder by the rank is taken. That is meant for values that have left the loop by at
 /// most one turn, and it is not a full modulo: a value below -rank keeps a negative result.
 ///
-/// The **state** is the direction of the last step. Making an element, `operator=` and `Set`
-/// clear it, the four step operators set it, and nothing else touches it.
+/// The **state** is the direction of the last step. A new element has none, but a copy that is
+/// made of another keeps that of the other. `operator=` and `Set` clear it. The four step
+/// operators set it, except where a postfix one fails, and nothing else touches it.
 ///
 /// In a group of rank 1 there is nowhere to step to. The postfix operators say so with the
 /// value -1, which counts as valid there; the prefix operators stay at 0.
@@ -102,6 +103,9 @@ public:
     /// Whether the value is the normal form of `v`.
     bool operator==(int v) const { return m_value == Factorize(m_rank, v); }
     bool operator!=(int v) const { return !(*this == v); }
+    /// The same with the integer first.
+    friend bool operator==(int v, const ZGroup& g) { return g == v; }
+    friend bool operator!=(int v, const ZGroup& g) { return !(g == v); }
     /// Whether the values are the same. The ranks are not compared.
     bool operator==(ZGroup g) const { return m_value == g.m_value; }
     bool operator!=(ZGroup g) const { return !(*this == g); }
@@ -212,7 +216,8 @@ public:
         return Remainder(v < 0 ? WrappingSum(v, rank) : v, rank);
     }
 
-    /// The normal form of `v` for the rank 3, the corners of a triangle.
+    /// The normal form of `v` for the rank 3, the corners of a triangle, in an unsigned byte.
+    /// For a `v` below -3 the normal form can be negative, and comes out as 254 or 255.
     static unsigned char F(int v) { return static_cast<unsigned char>(Factorize(3, v)); }
 
     /// Steps `v` to the next index.

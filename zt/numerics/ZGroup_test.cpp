@@ -204,6 +204,16 @@ TEST(ZGroup, EqualityWithAnIntegerReducesIt) {
     EXPECT_FALSE(Raw(5, 7) == 7);
 }
 
+TEST(ZGroup, EqualityReducesAnIntegerThatStandsFirst) {
+    EXPECT_TRUE(5 == ZGroup(5, 0));
+    EXPECT_TRUE(-1 == ZGroup(5, 4));
+    EXPECT_FALSE(3 == ZGroup(5, 2));
+    EXPECT_FALSE(7 == Raw(5, 7));
+    EXPECT_FALSE(5 != ZGroup(5, 0));
+    EXPECT_TRUE(3 != ZGroup(5, 2));
+    EXPECT_TRUE(7 != Raw(5, 7));
+}
+
 TEST(ZGroup, EqualityOfElementsIgnoresTheRanksAndTheState) {
     EXPECT_TRUE(ZGroup(5, 3) == ZGroup(10, 3));
     EXPECT_FALSE(ZGroup(5, 3) != ZGroup(10, 3));
@@ -327,6 +337,26 @@ TEST(ZGroup, PostfixStepsReturnTheNewValue) {
     EXPECT_THAT(g, IsElement(5, 2, kUp));
     EXPECT_THAT(g--, IsElement(5, 1, kDown));
     EXPECT_THAT(g, IsElement(5, 1, kDown));
+}
+
+TEST(ZGroup, PostfixStepsInAGroupOfRankTwoGoRoundIt) {
+    ZGroup g(2);
+    EXPECT_THAT(g++, IsElement(2, 1, kUp));
+    EXPECT_THAT(g++, IsElement(2, 0, kUp));
+    EXPECT_THAT(g--, IsElement(2, 1, kDown));
+    EXPECT_THAT(g, IsElement(2, 1, kDown));
+}
+
+TEST(ZGroup, StepsResultInCopiesAndOperationsInPlaceInNothing) {
+    ZGroup g(5);
+    EXPECT_TRUE((std::is_same_v<decltype(++g), ZGroup>));
+    EXPECT_TRUE((std::is_same_v<decltype(--g), ZGroup>));
+    EXPECT_TRUE((std::is_same_v<decltype(g++), ZGroup>));
+    EXPECT_TRUE((std::is_same_v<decltype(g--), ZGroup>));
+    EXPECT_TRUE((std::is_void_v<decltype(g += 1)>));
+    EXPECT_TRUE((std::is_void_v<decltype(g -= 1)>));
+    EXPECT_TRUE((std::is_void_v<decltype(g += g)>));
+    EXPECT_TRUE((std::is_void_v<decltype(g -= g)>));
 }
 
 TEST(ZGroup, PrefixStepInAGroupOfRankOneGivesZeroAndSetsTheState) {
@@ -598,6 +628,13 @@ TEST(ZGroupIndices, NextInSmallGroups) {
     EXPECT_TRUE(ZGroup::IsNext(2, 1, 0));
     EXPECT_FALSE(ZGroup::IsNext(2, 1, 1));
     EXPECT_FALSE(ZGroup::IsNext(2, 0, 2));
+}
+
+TEST(ZGroupIndices, NextComparesNormalFormsThatCanStayNegative) {
+    EXPECT_FALSE(ZGroup::IsNext(5, -7, 4));  // -2 and 4
+    EXPECT_FALSE(ZGroup::IsNext(5, 4, -7));
+    EXPECT_TRUE(ZGroup::IsNext(2, -3, 1));   // -1 and 1, which differ
+    EXPECT_TRUE(ZGroup::IsNext(5, -7, -6));  // -2 and -1
 }
 
 TEST(ZGroupIndices, StaticNextAfterAsksWhetherTheLastArgumentFollows) {
