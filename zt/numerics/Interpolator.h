@@ -112,11 +112,13 @@ public:
     bool GetExtremumParamAitken(double& t) const;
 
     /// The value of the quadratic at its extremum if that lies inside of `r`, away from both
-    /// limits. Otherwise false, and `value` stays as it is.
+    /// limits. Otherwise false, and `value` stays as it is. False also for a straight line, and
+    /// if the segment that the extremum counts to is descending or not longer than the tolerance.
     ///
-    /// An extremum at or after the first node counts to the segment after the second node,
-    /// deliberately. With uneven nodes the value then comes from a place that is computed with
-    /// the length of that segment.
+    /// An extremum before the first node counts to the segment between the first two nodes. One
+    /// at or after the first node counts to the segment after the second node, deliberately. With
+    /// uneven nodes the value then comes from a place that is computed with the length of that
+    /// segment.
     bool GetInternalMinMax(const RangeR1& r, double& value) const;
 
     /// @}

@@ -328,6 +328,10 @@ TEST(Interpolator, QuadricGoesThroughTheFirstThreeSamples) {
     EXPECT_THAT(square.GetQuadric(4), Is(16.0));
 }
 
+TEST(Interpolator, QuadricDoesNotReadTheStoredAbscissaeInUniformMode) {
+    EXPECT_THAT(Samples(true, {10, 20, 40}, {0, 1, 4}).GetQuadric(1.5), Is(2.25));
+}
+
 TEST(Interpolator, QuadricTakesItsProductFromLeftToRight) {
     EXPECT_TRUE(rc::check([] {
         Interpolator f(2, false);
@@ -409,6 +413,15 @@ TEST(Interpolator, ChangeOfSlopeOfExactlyTheToleranceIsNoStraightLine) {
     EXPECT_FALSE(Uniform({0, 0, -std::nextafter(zToler, 0.0)}).GetExtremumParamAitken(t));
 }
 
+TEST(Interpolator, CurvatureOfExactlyTheToleranceIsNoStraightLine) {
+    double t = 5;
+    EXPECT_TRUE(Uniform({0, 0, 2e-10}).GetExtremumParam(t));
+    EXPECT_THAT(t, Is(0.5));
+    t = 5;
+    EXPECT_FALSE(Uniform({0, 0, std::nextafter(2e-10, 0.0)}).GetExtremumParam(t));
+    EXPECT_THAT(t, Is(0.0));
+}
+
 TEST(Interpolator, ExtremumParamComputesFromStoredAbscissaeInUniformModeToo) {
     const Interpolator f = Samples(true, {1, 2, 4}, {1, 4, 16});
     double t = 0;
@@ -452,6 +465,10 @@ TEST_F(InternalMinMax, StraightLineHasNone) {
     EXPECT_EQ(In(Uniform({0, 1, 2}), {-10, 10}), kNone);
 }
 
+TEST_F(InternalMinMax, ChangeOfSlopeBelowTheToleranceHasNone) {
+    EXPECT_EQ(In(Uniform({0, 0, 5e-11}), {0, 1}), kNone);
+}
+
 TEST_F(InternalMinMax, ExtremumBetweenTheNodes) {
     EXPECT_EQ(In(Uniform({4, 1, 4}), {0, 2}), Found(1));
 }
@@ -469,6 +486,11 @@ TEST_F(InternalMinMax, ExtremumInTheFirstSegmentCountsFromTheSecond) {
     EXPECT_EQ(In(Uneven({0, 1, 3}, {0.25, 0.25, 6.25}), {0, 1}), Found(-0.3125));
 }
 
+TEST_F(InternalMinMax, ExtremumAtTheFirstNodeCountsFromTheSecondSegment) {
+    // t squared: the place is 1 + (0 - 1) / 2.
+    EXPECT_EQ(In(Uneven({0, 1, 3}, {0, 1, 9}), {-1, 1}), Found(-0.375));
+}
+
 TEST_F(InternalMinMax, SegmentThatIsNotInOrderHasNone) {
     // (t - 0.5) squared
     EXPECT_EQ(In(Uneven({0, 2, 1}, {0.25, 2.25, 0.25}), {0, 1}), kNone);
@@ -478,6 +500,11 @@ TEST_F(InternalMinMax, SegmentThatIsNotInOrderHasNone) {
 TEST_F(InternalMinMax, PlaceIsMeasuredFromTheStoredAbscissaeInUniformModeToo) {
     EXPECT_EQ(In(Samples(true, {10, 11, 12}, {0, 1, 4}), {9, 11}), Found(0));
     EXPECT_EQ(In(Samples(true, {10, 11, 12}, {0, 1, 4}), {-1, 1}), kNone);
+}
+
+TEST_F(InternalMinMax, LengthOfTheSegmentIsThatOfTheModeAndNotOfTheStoredAbscissae) {
+    // m is 2 and H is 8, so that the extremum is at -2, where the polynomial through 1, 4, 9 is 1.
+    EXPECT_EQ(In(Samples(true, {0, 2, 4}, {1, 4, 9}), {-3, 0}), Found(1));
 }
 
 TEST_F(InternalMinMax, FlagOfTheRangeDoesNotCount) {
