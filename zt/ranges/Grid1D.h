@@ -135,16 +135,19 @@ public:
     /// greater than `step`.
     void SetStepSize(double step, ETri mode);
 
-    /// Moves the grid so that the knot after `x` comes to stand on `x`, and tells its index. If
-    /// `x` is on a knot already, nothing moves, and the result is that knot.
+    /// Moves the grid down so that a knot comes to stand on `x`, and tells its index. If `x` is on
+    /// a knot already, nothing moves, and the result is that knot. With `bExtend` the grid gains
+    /// one segment at its end.
     ///
-    /// All knots move down with it: by less than a step for an `x` in the grid. With `bExtend`
-    /// the grid gains one segment at its end.
+    /// From the lower limit on, it is the knot after `x`, and the grid moves by less than a step.
+    /// Below the grid it is the second knot after `x`, and the grid moves by more than a step: on
+    /// a grid from 0 in steps of 2, -1 is the new place of knot 1, which moves by 3.
     int Align(double x, bool bExtend);
 
     /// Lets the grid grow until it reaches `x`. The knots that were there stay, and the step as
-    /// well. Nothing happens if `x` is in the range, by `RangeR1::In`: so an empty grid does not
-    /// grow.
+    /// well. Nothing happens if `x` is in the range, by `RangeR1::In`, which takes the limits in
+    /// either order: so a new grid, whose empty range has the widest limits, does not grow. A
+    /// grid with other limits out of order grows for an `x` that is not between them.
     void Include(double x);
 
     /// Includes `x` and moves it to the nearest knot, if there is one.

@@ -116,6 +116,61 @@ TEST_F(GridOfTen, KnotsGoOnOutsideOfTheRange) {
     EXPECT_THAT(Grid1D(0, 10, 4).GetKnot(7), Is(17.5));
 }
 
+// Tenths, which are not exact: the results tell in which order the operations are taken.
+struct GridOfTenths : testing::Test {
+    Grid1D grid{0, 1, 10};
+};
+
+TEST_F(GridOfTenths, KnotIsAMultipleOfTheStep) {
+    EXPECT_THAT(grid.GetKnot(3), Is(0.30000000000000004));
+}
+
+TEST_F(GridOfTenths, SetSegmentCountExStoresAMultipleOfTheStep) {
+    grid.SetSegmentCountEx(3, true);
+    EXPECT_THAT(grid, IsGrid(0.0, 0.30000000000000004, 3));
+}
+
+TEST_F(GridOfTenths, IncludeStoresAMultipleOfTheStepAbove) {
+    grid.Include(1.15);
+    EXPECT_THAT(grid, IsGrid(0.0, 1.2000000000000002, 12));
+}
+
+TEST_F(GridOfTenths, IncludeTakesAMultipleOfTheStepFromTheUpperLimitBelow) {
+    grid.Include(-0.25);
+    EXPECT_THAT(grid, IsGrid(-0.30000000000000004, 1.0, 13));
+}
+
+TEST_F(GridOfTenths, SetStepSizeStoresAMultipleOfTheStep) {
+    AnyGrid shrunk(0, 0.35, 1);
+    shrunk.SetStepSize(0.1, eTrue);
+    EXPECT_THAT(shrunk, IsGrid(0.0, 0.30000000000000004, 3));
+}
+
+TEST_F(GridOfTenths, ZeroAlignedGridAddsTheLastStepToAMultiple) {
+    grid.CoverRangeZeroAligned({0.35, 0.55}, 0.1, 0);
+    EXPECT_THAT(grid, IsGrid(0.30000000000000004, 0.6, 3));
+}
+
+// 49 forty-ninths are a little less than 1.
+struct GridOfFortyNinths : testing::Test {
+    Grid1D grid{0, 1, 49};
+};
+
+TEST_F(GridOfFortyNinths, SetSegmentCountExOfThePresentCountKeepsTheLimitsToTheBit) {
+    ASSERT_NE(49 * grid.GetStep(), 1.0);
+    for (const bool keepMin : {true, false}) {
+        grid.SetSegmentCountEx(49, keepMin);
+        EXPECT_THAT(grid, IsGrid(0.0, 1.0, 49));
+    }
+}
+
+TEST_F(GridOfFortyNinths, IncludeThatNeedsNoFurtherSegmentKeepsTheLimitsToTheBit) {
+    // A point between the limits that is not in: in the hole of an external range.
+    grid.m_range.m_bExternal = true;
+    grid.Include(0.005);
+    EXPECT_THAT(grid, IsGrid(0.0, 1.0, 49));
+}
+
 TEST_F(GridOfTen, KnotWithoutSegmentsIsTheLowerLimit) {
     for (const int i : {-1, 0, 1, 100}) EXPECT_THAT(AnyGrid(3, 10, 0).GetKnot(i), Is(3.0));
 }
@@ -332,6 +387,26 @@ TEST_F(InternalKnots, BeforeAKnotAtTheUpperLimitAreAnInvertedRange) {
     EXPECT_THAT(Of(2.5, 3), IsGrid(3.0, 2.0, 0));
 }
 
+TEST_F(GridOfTen, InternalKnotsOfWhichThereIsNoneEndOneBelowTheirStartWhateverTheStep) {
+    Grid1D out(-1, 1, 3);
+    grid.GetInternalKnots({2.5, 3.5}, out);
+    EXPECT_THAT(out, IsGrid(4.0, 3.0, 0));
+}
+
+TEST_F(GridOfTen, InternalKnotsBeforeAKnotAtTheUpperLimitEndAtTheKnotBefore) {
+    Grid1D out(-1, 1, 3);
+    grid.GetInternalKnots({3, 4}, out);
+    EXPECT_THAT(out, IsGrid(4.0, 2.0, 0));
+}
+
+TEST_F(GridOfTen, InternalKnotsWithoutSegmentsAreTheLowerLimitOrNone) {
+    Grid1D out(-1, 1, 3);
+    noSegments.GetInternalKnots({-5, 5}, out);
+    EXPECT_THAT(out, IsGrid(0.0, 0.0, 0));
+    noSegments.GetInternalKnots({-5, -3}, out);
+    EXPECT_THAT(out, IsGrid(0.0, -1.0, 0));
+}
+
 TEST_F(InternalKnots, GoOnOutsideOfTheGrid) {
     EXPECT_THAT(Of(-5, 20), IsGrid(-4.0, 19.0, 23));
 }
@@ -532,6 +607,14 @@ TEST_F(GridOfTen, AlignBelowTheGridCutsTheSegmentTowardsZero) {
     EXPECT_THAT(grid, IsGrid(-3.0, 7.0, 5));
 }
 
+TEST_F(GridOfTen, AlignWithAStepBelowTheToleranceTakesEveryPointForTheFirstKnot) {
+    AnyGrid tiny(0, 1e-10, 2);
+    for (const bool extend : {false, true}) {
+        EXPECT_EQ(tiny.Align(7, extend), 0);
+        EXPECT_THAT(tiny, IsGrid(0.0, 1e-10, 2));
+    }
+}
+
 TEST_F(GridOfTen, AlignWithoutSegmentsMovesTheLowerLimitToThePoint) {
     AnyGrid moved(0, 10, 0);
     EXPECT_EQ(moved.Align(3, false), 1);
@@ -577,6 +660,14 @@ TEST_F(GridOfTen, IncludeGrowsDownAndKeepsTheUpperLimit) {
 TEST_F(GridOfTen, IncludeIntoAnEmptyGridChangesNothing) {
     empty.Include(3);
     EXPECT_THAT(empty, IsGrid(1e307, -1e307, 0));
+}
+
+TEST_F(GridOfTen, IncludeIntoAGridWithReversedLimitsGrowsIt) {
+    AnyGrid reversed(5, 3, 0);
+    reversed.Include(4);
+    EXPECT_THAT(reversed, IsGrid(5.0, 3.0, 0));
+    reversed.Include(10);
+    EXPECT_THAT(reversed, IsGrid(5.0, 1e307, 1));
 }
 
 TEST_F(GridOfTen, IncludeWithoutSegmentsRunsOnTheInfiniteStep) {
