@@ -78,6 +78,9 @@ public:
     /// Whether this range is empty, or both its limits are in `r` by `RangeR1::In`. Whether
     /// ends are open does not count, neither of this range nor of an `r` that has them: the
     /// closed range lies inside of the open one with the same limits.
+    ///
+    /// The canonical empty range has every ordinary number in by `RangeR1::In`, so that
+    /// everything lies inside of it.
     bool IsInsideOf(const RangeR1& r) const {
         return IsEmpty() || (r.In(m_min, zToler) && r.In(m_max, zToler));
     }
@@ -88,6 +91,9 @@ public:
 
     /// Whether the ranges share no point. Ranges that touch share one only if both the ends
     /// that touch are closed.
+    ///
+    /// An empty range is known by its limits alone: with an open point, such as (1, 1) against
+    /// [0, 5], the answer is false, although `IsEmpty` finds it empty.
     bool IsEmptyIntersection(const RangeEx& r) const;
 
     /// @}
@@ -115,13 +121,17 @@ public:
     /// moves: of ranges that lie apart the end of `r` is not taken. A change of an end counts
     /// for the result only if no limit changes; if both ends were looked at, only that of the
     /// upper one.
+    ///
+    /// The canonical empty range counts as one that holds everything: uniting with `RangeEx()`
+    /// leaves the limits and closes both ends, and the answer is true if the upper end was open.
     bool Unite(const RangeEx& r);
 
     /// Takes `r` away, and tells how many pieces remain: 0, 1 or 2. Of two pieces the upper
     /// one is returned in `r`, through its `Set`. `*pStartChanged`, if that is not null, tells
     /// whether what is taken away begins at the start of this range.
     ///
-    /// - A range that lies inside `r`, by `IsInsideOf`, becomes empty.
+    /// - A range that lies inside `r`, by `IsInsideOf`, becomes empty; with the canonical empty
+    ///   range as `r` that is every range.
     /// - A lower piece ends where `r` starts. Its end is closed if the start of `r` is open,
     ///   and open if that is closed.
     /// - An upper piece of two starts where `r` ends, with the opposite of the end of `r`.

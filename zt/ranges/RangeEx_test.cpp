@@ -274,6 +274,11 @@ TEST(RangeEx, InsideDoesNotLookAtTheEndsOfEither) {
     EXPECT_FALSE(Range("[-1,1]").IsInsideOf(Range("[0,1]")));
 }
 
+TEST(RangeEx, EverythingIsInsideOfTheCanonicalEmptyRange) {
+    EXPECT_TRUE(Range("[0,1]").IsInsideOf(RangeEx()));
+    EXPECT_TRUE(Range("(-5,3]").IsInsideOf(RangeEx()));
+}
+
 TEST(RangeEx, AnEmptyRangeIsInsideOfEverything) {
     EXPECT_TRUE(RangeEx().IsInsideOf(Range("[0,1]")));
     EXPECT_TRUE(Range("(5,5)").IsInsideOf(Range("[0,1]")));
@@ -348,6 +353,15 @@ TEST(RangeEx, IncludeIntoTheHoleOfAnExternalRangeClosesItsUpperEnd) {
     RangeEx range = External("(0,1)");
     range.Include(0.5);
     EXPECT_EQ(Text(range), "(0,1]");
+}
+
+TEST(RangeEx, IncludeExactlyTheToleranceFromTheLowerLimitClosesTheUpperEnd) {
+    RangeEx range = External("(0,1)");
+    range.Include(1e-10);
+    EXPECT_EQ(Text(range), "(0,1]");
+    range = External("(0,1)");
+    range.Include(5e-11);
+    EXPECT_EQ(Text(range), "[0,1)");
 }
 
 TEST(RangeEx, IncludeOfNaNClosesTheUpperEndAndMovesNothing) {
@@ -514,6 +528,13 @@ TEST(RangeEx, RangesThatTouchWithinTheToleranceTouch) {
     EXPECT_TRUE(Range("[0,1]").IsEmptyIntersection(RangeEx(1 + 5e-11, 2, false, true)));
     EXPECT_TRUE(Range("[0,1]").IsEmptyIntersection(RangeEx(1 - 5e-11, 2, false, true)));
     EXPECT_FALSE(Range("[0,1]").IsEmptyIntersection(RangeEx(1 - 2e-10, 2, false, true)));
+}
+
+TEST(RangeEx, RangesExactlyTheToleranceApartDoNotTouchAndAreNotApart) {
+    const RangeEx below(-1, 0, true, false);
+    const RangeEx above(1e-10, 2, false, true);
+    EXPECT_FALSE(below.IsEmptyIntersection(above));
+    EXPECT_FALSE(above.IsEmptyIntersection(below));
 }
 
 TEST(RangeEx, EmptyIntersectionOfPointsAsksForAllFourEnds) {
@@ -752,6 +773,28 @@ TEST(RangeEx, SubtractStoresTheUpperPieceOfTwoThroughTheSetOfTheArgument) {
     EXPECT_EQ(range.Subtract(other, nullptr), 2);
     EXPECT_EQ(range.sets, 0);
     EXPECT_EQ(other.sets, 1);
+}
+
+TEST(RangeEx, SubtractLeavesALowerPieceShorterThanTheTolerance) {
+    RangeEx range = Range("[0,10]");
+    RangeEx other(5e-11, 4, true, true);
+    bool startChanged = true;
+    EXPECT_EQ(range.Subtract(other, &startChanged), 2);
+    EXPECT_THAT(range, HasLimits(0.0, 5e-11));
+    EXPECT_TRUE(range.m_bClosed[0]);
+    EXPECT_FALSE(range.m_bClosed[1]);
+    EXPECT_EQ(Text(other), "(4,10]");
+    EXPECT_FALSE(startChanged);
+}
+
+TEST(RangeEx, SubtractOfTheCanonicalEmptyRangeLeavesNothing) {
+    RangeEx range = Range("[0,1)");
+    RangeEx other;
+    bool startChanged = true;
+    EXPECT_EQ(range.Subtract(other, &startChanged), 0);
+    EXPECT_EQ(Text(range), "[empty)");
+    EXPECT_EQ(Text(other), "[empty]");
+    EXPECT_FALSE(startChanged);
 }
 
 TEST(RangeEx, SubtractFromItselfLeavesNothing) {

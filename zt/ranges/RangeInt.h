@@ -105,13 +105,18 @@ public:
     /// keeps the lower one, and the upper one is lost. Nothing left is the empty form.
     ///
     /// It is the difference of real intervals: the limits of `r` remain in the pieces, so that
-    /// (0, 10) without (3, 4) is (0, 3), and taking away a single integer, or a range that
-    /// only touches, takes nothing away.
+    /// (0, 10) without (3, 4) is (0, 3). Taking a single integer, or a range that only touches,
+    /// from a range of more than one takes nothing away.
+    ///
+    /// A range whose limits both lie between those of `r` is taken away as a whole: (4, 4)
+    /// without (4, 4) is the empty form. For this question the limits of `r` count in either
+    /// order, also those of an empty `r`: the empty form (0, -1) takes (0, 0) and (-1, 0) away.
     unsigned char Subtract(const RangeInt& r);
 
     /// Moves `out`, keeping its length, to a place beside `r` within this range: to the end of
     /// `r` that faces the larger gap, or, if it is too long for the gap, to the end of this
-    /// range there, where it covers a part of `r`. If `r` leaves no gap, `out` stays.
+    /// range there, where it covers a part of `r`. If `r` leaves no gap, by `Subtract`, `out`
+    /// stays; so the limits of an empty `r` count in either order here, too.
     ///
     /// The gap above `r` is not measured: the length of `r` itself stands for it. So `out` can
     /// be put into the smaller gap and reach beyond the end of this range.

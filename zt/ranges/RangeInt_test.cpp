@@ -366,6 +366,24 @@ TEST(RangeInt, SubtractOfASingleIntegerTakesNothingAway) {
     EXPECT_THAT(range, IsRange(0, 10));
 }
 
+TEST(RangeInt, SubtractOfTheEmptyFormTakesAwayWhatLiesBetweenItsLimits) {
+    const struct {
+        RangeInt range;
+        int pieces;
+        RangeInt rest;
+    } rows[] = {
+        {{0, 0}, 0, {0, -1}},
+        {{-1, 0}, 0, {0, -1}},
+        {{0, 5}, 1, {0, 5}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.range));
+        RangeInt range(row.range);
+        EXPECT_EQ(range.Subtract(RangeInt()), row.pieces);
+        EXPECT_EQ(range, row.rest);
+    }
+}
+
 TEST(RangeInt, SubtractWithNothingLeftGivesTheEmptyForm) {
     RangeInt range(3, 5);
     EXPECT_EQ(range.Subtract(range), 0);
@@ -406,6 +424,12 @@ TEST(RangeInt, UncoverPutsARangeTooLongForTheGapAtTheEndOfThisRange) {
     EXPECT_THAT(Uncovered({0, 10}, {0, 4}, {20, 27}), IsRange(3, 10));
     EXPECT_THAT(Uncovered({0, 10}, {6, 10}, {20, 26}), IsRange(0, 6));  // Just fits.
     EXPECT_THAT(Uncovered({0, 10}, {0, 4}, {20, 26}), IsRange(4, 10));
+}
+
+TEST(RangeInt, UncoverTakesTheGapAboveWhenBothRangesStartTogether) {
+    // The single integer takes nothing away, so this range as a whole is the gap.
+    EXPECT_THAT(Uncovered({0, 10}, {0, 0}, {20, 22}), IsRange(0, 2));
+    EXPECT_THAT(Uncovered({0, 10}, {0, 0}, {20, 31}), IsRange(-1, 10));
 }
 
 TEST(RangeInt, UncoverChoosesBetweenTwoGapsByTheLengthOfTheOtherRange) {

@@ -438,6 +438,17 @@ TEST_F(Loop5, AnyExtensionOfAPartialRunOfEveryElementGivesTheFullRun) {
     EXPECT_THAT(zeroToFour, IsRun(5, 0, 0, kFull));
 }
 
+TEST_F(Loop5, MoveEndByNothingLeavesStateAndLimits) {
+    const unsigned char limits[] = {0, 1};
+    for (const unsigned char i : limits) {
+        zeroToFour.MoveEnd(i, 0);
+        EXPECT_THAT(zeroToFour, IsRun(5, 0, 4, kPartial));
+        RangeZGroup outside = Raw(5, 7, 13, kPartial);
+        outside.MoveEnd(i, 0);
+        EXPECT_THAT(outside, IsRun(5, 7, 13, kPartial));
+    }
+}
+
 TEST_F(Loop5, MoveEndLeavesARunThatIsNotPartial) {
     full.MoveEnd(1, -2);
     EXPECT_THAT(full, IsRun(5, 0, 0, kFull));
