@@ -99,11 +99,13 @@ public:
     void Copy(const RangeR1& r);
 
     /// On a real range the canonical empty limits, and the state stays. On an angular one the
-    /// limits are both `PI()`, and the state is empty.
+    /// limits are both `PI()`, and the state is empty. If the kind is none of the two, the limits
+    /// stay, and only the state is stored.
     void SetEmpty();
 
     /// On a real range the full one under the present flag, and the state stays. On an angular
-    /// one the limits are both `PI()`, and the state is full.
+    /// one the limits are both `PI()`, and the state is full. If the kind is none of the two, the
+    /// limits stay, and only the state is stored.
     void SetFull();
 
     /// The full range, and also the state. The argument does not count: a real range becomes
@@ -215,7 +217,8 @@ public:
 
     /// Moves a limit to `x` if `x` lies outside by more than the tolerance, and tells whether it
     /// did; the limits count as numbers also if they are angles. An empty range becomes the
-    /// point `x`. The state stays.
+    /// point `x` then; an empty angular one with `x` between the limits that it keeps stays as it
+    /// is. The state stays.
     bool Include(double x);
 
     /// @}

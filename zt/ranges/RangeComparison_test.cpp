@@ -299,6 +299,18 @@ TEST(RangeAngular, ComparesTheLimitsOfAnotherUnitAsTheyStand) {
     EXPECT_TRUE(Radians(0, 3) >= Degrees(1, 2));
 }
 
+TEST(RangeAngular, LiesInARealRangeByTheRulesOfThat) {
+    EXPECT_TRUE(Radians(3, -3) <= Range(-5, 5));
+    EXPECT_FALSE(Radians(1, 2) <= Range(1.5, 5));
+}
+
+TEST(RangeAngular, SumWithARealRangeStaysAngular) {
+    Range sum = Radians(0, 1);
+    sum += Range(0.5, 2);
+    EXPECT_THAT(sum, IsRange(0.0, 2.0, kPartial));
+    EXPECT_EQ(sum.m_eScalarType, eScalarAngle);
+}
+
 TEST(RangeAngular, StrictContainmentNeedsADifferenceAboveTheTolerance) {
     EXPECT_FALSE(Radians(0, 1) < Radians(0, 1 + 5e-11));
     EXPECT_TRUE(Radians(0, 1) < Radians(0, 1 + 2e-10));

@@ -108,6 +108,29 @@ TEST(Range, RangeBetweenLimitsIsRealWithTheStateOfItsLimits) {
     EXPECT_FALSE(Range(0.0, 1.0).m_bExternal);
 }
 
+TEST(Range, RangeBetweenLimitsHasTheStateThatUpdateStateGives) {
+    EXPECT_THAT(Range(-2e306, 2e306), IsRange(-2e306, 2e306, kFull));
+    EXPECT_THAT(Range(-1e306, 2e306), IsRange(-1e306, 2e306, kPartial));
+    EXPECT_THAT(Range(1, 1 - 5e-11), IsRange(1.0, 1 - 5e-11, kPartial));
+}
+
+TEST(Range, EveryKindButTheRealOneIsAngular) {
+    for (const auto type : {eScalarAngle, kOtherType, static_cast<EScalarType>(-1)}) {
+        SCOPED_TRACE(type);
+        Range range = RawRange(type, 3, -3);
+        EXPECT_TRUE(range.In(zPi));
+        EXPECT_FALSE(range.In(0));
+        EXPECT_TRUE(range.InOpen(zPi));
+        EXPECT_FALSE(range.InOpen(0));
+        EXPECT_TRUE(range.IsValid());
+        EXPECT_NEAR(range.GetPoint(0.5), zPi, 1e-14);
+        EXPECT_NEAR(range.GetRatio(zPi), 0.5, 1e-14);
+        EXPECT_TRUE(RawRange(type, 1, 2, kFull) >= Range(5, 6));
+        EXPECT_TRUE(RawRange(type, 1, 2, kFull).IsFull());
+        EXPECT_TRUE(RawRange(type, 1, 2, kEmpty).IsEmpty());
+    }
+}
+
 TEST(Range, CopyConstructorTakesAllFields) {
     const Range copy(Outside(Degrees(1.0, 1.0, kEmpty)));
     EXPECT_THAT(copy, IsRange(1.0, 1.0, kEmpty));
@@ -148,6 +171,12 @@ TEST(Range, SetTellsTheFullAngleByItsLowerLimitInsideOfTheSeam) {
     EXPECT_EQ(range.m_eState, kPartial);
     range.Set(-zPi + 2e-10, zPi - 2e-10);
     EXPECT_EQ(range.m_eState, kPartial);
+}
+
+TEST(Range, SetTellsTheFullAngleAlsoByAnUpperLimitWithinTheToleranceOfPi) {
+    Range range = Radians(1, 2);
+    range.Set(-zPi + 2e-10, zPi - 5e-11);
+    EXPECT_THAT(range, IsRange(zPi, zPi, kFull));
 }
 
 TEST(Range, SetFromMinusPiToPiIsAPartialRangeThatIsNotValid) {
@@ -331,6 +360,18 @@ TEST(RangeCopy, OfAPointAtPiIntoAnAngularRangeIsFull) {
     EXPECT_THAT(copy, IsRange(zPi, zPi, kFull));
 }
 
+TEST(RangeCopy, OfAPointAtTheSeamBesidePiIntoAnAngularRangeLeavesTheState) {
+    Range copy = Radians(1, 2, kEmpty);
+    copy.Copy(RangeR1(zPi - 5e-10, zPi));
+    EXPECT_THAT(copy, IsRange(zPi - 5e-10, zPi, kEmpty));
+}
+
+TEST(RangeCopy, AsksWhetherTheSourceStartsAtPiAndNotTheLimitsThatWereKept) {
+    Range copy = Radians(zPi - 1.5e-10, zPi, kEmpty);
+    copy.Copy(RangeR1(zPi - 8e-11, zPi));
+    EXPECT_THAT(copy, IsRange(zPi, zPi, kFull));
+}
+
 TEST(RangeCopy, OfAPointAtMinusPiIntoAnAngularRangeLeavesTheState) {
     Range copy = Radians(1, 2, kEmpty);
     copy.Copy(RangeR1(-zPi, zPi));
@@ -471,6 +512,11 @@ TEST(RangeState, AngularRangeIsValidIfItsLimitsFitTheState) {
     EXPECT_FALSE(Radians(zPi, zPi).IsValid());
     EXPECT_TRUE(Radians(zPi, zPi, kFull).IsValid());
     EXPECT_TRUE(Radians(zPi, zPi, kEmpty).IsValid());
+}
+
+TEST(RangeState, PartialPointAtTheSeamIsNotValidOnlyIfItStartsAtPi) {
+    EXPECT_TRUE(Radians(zPi - 5e-10, zPi).IsValid());
+    EXPECT_FALSE(Radians(zPi - 5e-11, zPi).IsValid());
 }
 
 TEST(RangeState, AngularRangeWithLimitsOutOfTheIntervalIsNotValid) {
@@ -742,6 +788,21 @@ TEST(RangePoints, IncludeMovesALimitToAPointOutside) {
     EXPECT_FALSE(range.Include(5 + 5e-11));
     EXPECT_FALSE(range.Include(kNaN));
     EXPECT_THAT(range, IsRange(0.0, 5.0, kPartial));
+}
+
+TEST(RangePoints, IncludeTakesAPointJustBeyondTheTolerance) {
+    Range above(0, 5);
+    EXPECT_TRUE(above.Include(5 + 2e-10));
+    EXPECT_THAT(above, IsRange(0.0, 5 + 2e-10, kPartial));
+    Range below(0, 5);
+    EXPECT_TRUE(below.Include(-2e-10));
+    EXPECT_THAT(below, IsRange(-2e-10, 5.0, kPartial));
+}
+
+TEST(RangePoints, IncludeOfAPointBetweenTheLimitsOfAnEmptyAngularRangeChangesNothing) {
+    Range kept = Radians(1, 2, kEmpty);
+    EXPECT_FALSE(kept.Include(1.5));
+    EXPECT_THAT(kept, IsRange(1.0, 2.0, kEmpty));
 }
 
 TEST(RangePoints, IncludeIntoAnEmptyRangeMakesAPointAndKeepsTheState) {
