@@ -7,6 +7,7 @@
 #include <zt/containers/CyclicPtrList.h>
 #include <zt/containers/CyclicWalks.h>
 #include <zt/containers/HXBitArray.h>
+#include <zt/containers/HXPtrListBase2.h>
 #include <zt/containers/HXString.h>
 #include <zt/containers/HexText.h>
 #include <zt/containers/TextFunctions.h>
@@ -24,6 +25,15 @@
 #include <zt/frame/TypeZT.h>
 #include <zt/frame/ZT.h>
 #include <zt/frame/ZTObject.h>
+#include <zt/interfaces/IIterator64.h>
+#include <zt/interfaces/IList64.h>
+#include <zt/interfaces/IObject_ZT.h>
+#include <zt/interfaces/InterfaceIds.h>
+#include <zt/interfaces/InterfacePart.h>
+#include <zt/interfaces/OIObj.h>
+#include <zt/interfaces/Object_ZtOI.h>
+#include <zt/interfaces/ResultCodes.h>
+#include <zt/memory/ResourceManager.h>
 #include <zt/numerics/Constants.h>
 #include <zt/numerics/CyclSegment.h>
 #include <zt/numerics/DoubleZT.h>
@@ -38,6 +48,7 @@
 #include <zt/numerics/ZGroup.h>
 #include <zt/persist/PC.h>
 #include <zt/persist/PCExBase.h>
+#include <zt/ranges/CAISimpArr.h>
 #include <zt/ranges/Grid1D.h>
 #include <zt/ranges/Grid1DLocation.h>
 #include <zt/ranges/MapAffine.h>
@@ -45,10 +56,12 @@
 #include <zt/ranges/Range.h>
 #include <zt/ranges/RangeEx.h>
 #include <zt/ranges/RangeInt.h>
+#include <zt/ranges/RangeMulti.h>
 #include <zt/ranges/RangePos.h>
 #include <zt/ranges/RangeR1.h>
 #include <zt/ranges/RangeS1.h>
 #include <zt/ranges/RangeZGroup.h>
 #include <zt/ranges/SetR1.h>
 #include <zt/ranges/SetR1Spaced.h>
+#include <zt/ranges/SetS1.h>
 #include <zt/ranges/ZTPair.h>

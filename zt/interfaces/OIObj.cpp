@@ -1,0 +1,19 @@
+#include <zt/interfaces/OIObj.h>
+
+namespace ZT {
+
+OIObj::OIObj() : m_pOwner(nullptr) {}
+
+// No AddRef on the owner, deliberately.
+OIObj::OIObj(const OIObj& other) = default;
+
+OIObj::~OIObj() {
+    if (m_pOwner != nullptr) m_pOwner->Release();
+}
+
+void OIObj::AttachOwner(IUnknown* p) {
+    m_pOwner = p;
+    if (p != nullptr) p->AddRef();
+}
+
+}  // namespace ZT
