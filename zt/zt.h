@@ -3,13 +3,18 @@
 
 #pragma once
 
+#include <zt/containers/BiPosn.h>
 #include <zt/containers/ByteSet.h>
 #include <zt/containers/CyclicPtrList.h>
 #include <zt/containers/CyclicWalks.h>
 #include <zt/containers/HXBitArray.h>
 #include <zt/containers/HXPtrListBase2.h>
 #include <zt/containers/HXString.h>
+#include <zt/containers/HXVoidPtrList.h>
 #include <zt/containers/HexText.h>
+#include <zt/containers/ListCyclicNT.h>
+#include <zt/containers/MapPtrToPtrZT.h>
+#include <zt/containers/PositionIndex.h>
 #include <zt/containers/TextFunctions.h>
 #include <zt/frame/ErrorMessage.h>
 #include <zt/frame/LibraryStart.h>
