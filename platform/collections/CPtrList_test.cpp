@@ -4,11 +4,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
+#include <tests/ListNodes.h>
 
 #include <cstddef>
 #include <iterator>
 #include <limits>
-#include <set>
 #include <type_traits>
 #include <vector>
 
@@ -23,44 +23,7 @@ void* P(std::uintptr_t number) {
     return reinterpret_cast<void*>(number);
 }
 
-/// A list that looks into its own nodes and blocks.
-class OpenList : public CPtrList {
-public:
-    using Node = CNode;
-    using CPtrList::CPtrList;
-    using CPtrList::m_nBlockSize;
-    using CPtrList::m_nCount;
-    using CPtrList::m_pBlocks;
-    using CPtrList::m_pNodeFree;
-    using CPtrList::m_pNodeHead;
-    using CPtrList::m_pNodeTail;
-    using CPtrList::NodeOf;
-
-    std::ptrdiff_t BlockCount() const {
-        std::ptrdiff_t count = 0;
-        for (const CPlex* block = m_pBlocks; block != nullptr; block = block->pNext) ++count;
-        return count;
-    }
-
-    /// Every node of every block stands once in the list or once in the free chain, and the
-    /// two chains hold nothing else.
-    bool OwnsEachNodeOnce() const {
-        std::set<const Node*> ours;
-        for (CPlex* block = m_pBlocks; block != nullptr; block = block->pNext) {
-            auto* nodes = static_cast<const Node*>(block->data());
-            for (INT_PTR i = 0; i < m_nBlockSize; ++i) ours.insert(&nodes[i]);
-        }
-        return TakeEach(m_pNodeHead, ours) && TakeEach(m_pNodeFree, ours) && ours.empty();
-    }
-
-private:
-    static bool TakeEach(const Node* node, std::set<const Node*>& ours) {
-        for (; node != nullptr; node = node->pNext) {
-            if (ours.erase(node) == 0) return false;
-        }
-        return true;
-    }
-};
+using OpenList = testing_support::OpenList<CPtrList>;
 
 Pointers Forward(const CPtrList& list) {
     Pointers found;
