@@ -38,6 +38,8 @@
 #include <zt/interfaces/OIObj.h>
 #include <zt/interfaces/Object_ZtOI.h>
 #include <zt/interfaces/ResultCodes.h>
+#include <zt/memory/BufferBase.h>
+#include <zt/memory/BufferEx.h>
 #include <zt/memory/ResourceManager.h>
 #include <zt/numerics/Constants.h>
 #include <zt/numerics/CyclSegment.h>

@@ -1,0 +1,178 @@
+#include <zt/memory/BufferBase.h>
+
+#include <platform/object/Allocation.h>
+#include <sibling/BufferBase.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace ZT {
+
+namespace {
+
+// No bytes need no block.
+unsigned char* NewBlock(ulong size) {
+    return size != 0 ? AfxNewArray<unsigned char>(size) : nullptr;
+}
+
+void CopyBytes(unsigned char* to, const unsigned char* from, std::size_t size) {
+    if (to && from && size != 0) std::memcpy(to, from, size);
+}
+
+void Clear(unsigned char* to, std::size_t size) {
+    if (to && size != 0) std::memset(to, 0, size);
+}
+
+// Two missing blocks are equal, a missing one and one that is there are not.
+bool AreSame(const unsigned char* a, const unsigned char* b, std::size_t size) {
+    if (a == b || size == 0) return true;
+    return a && b && std::memcmp(a, b, size) == 0;
+}
+
+}  // namespace
+
+BufferBase::BufferBase(const PW::BufferBase& src) : BufferBase() {
+    m_nRowSize = src.GetRowSize();
+    const ulong total = BytesOf(src.GetCount());
+    if (total == 0) return;
+    if (src.m_pData) m_pData = NewBlock(total);
+    CopyBytes(m_pData, src.m_pData, total);
+    m_nCount = src.GetCount();
+}
+
+// A new block for `n` rows of `rowSize` bytes that begins with the rows in use.
+unsigned char* BufferBase::Resized(std::uint8_t rowSize, ulong n) const {
+    const ulong total = rowSize * n;
+    unsigned char* const block = NewBlock(total);
+    CopyBytes(block, m_pData, std::min(total, rowSize * m_nCount));
+    return block;
+}
+
+void BufferBase::Replace(unsigned char* block, ulong count) {
+    delete[] m_pData;
+    m_pData = block;
+    m_nCount = count;
+    m_nAllocated = 0;
+}
+
+void BufferBase::RemoveRow(ulong i) {
+    if (!m_pData || i >= m_nCount) return;
+    --m_nCount;
+    unsigned char* const row = m_pData + std::size_t{m_nRowSize} * i;
+    std::memmove(row, row + m_nRowSize, std::size_t{m_nRowSize} * (m_nCount - i));
+}
+
+void BufferBase::Allocate(ulong n) {
+    if (m_nRowSize == 0) return;
+    const ulong total = BytesOf(n);
+    const ulong kept = m_pData ? std::min(total, Total()) : 0;
+    unsigned char* const block = Resized(m_nRowSize, n);
+    Clear(block + kept, total - kept);
+    Replace(block, n);
+}
+
+void BufferBase::Allocate() {
+    DestroyNoCount();
+    m_pData = NewBlock(Total());
+}
+
+void BufferBase::Grow(ulong n) {
+    const ulong needed = BytesOf(n);
+    if (m_nAllocated == 0) {
+        Allocate(n);
+        m_nAllocated = needed;
+    } else {
+        // Twice the rows that are asked for, deliberately not twice those that there were.
+        Allocate(2 * n);
+        m_nCount = n;
+        m_nAllocated = 2 * needed;
+    }
+}
+
+void BufferBase::SetCount(ulong n) {
+    if (n == m_nCount) return;
+    Replace(Resized(m_nRowSize, n), BytesOf(n) != 0 ? n : 0);
+}
+
+void BufferBase::DestroyNoCount() {
+    Replace(nullptr, m_nCount);
+}
+
+void BufferBase::Copy(const BufferBase& src, uint64 firstRow) {
+    if (firstRow != 0 && firstRow >= src.m_nCount) return;
+    const ulong first = static_cast<ulong>(firstRow);
+    const ulong count = src.m_nCount - first;
+    const ulong total = src.BytesOf(count);
+    unsigned char* const block = src.m_pData ? NewBlock(total) : nullptr;
+    CopyBytes(block, src.GetRow(first), total);
+    m_nRowSize = src.m_nRowSize;
+    Replace(block, count);
+}
+
+void BufferBase::CopyShallow(BufferBase& src, bool bTake) {
+    m_nRowSize = src.m_nRowSize;
+    m_nCount = src.m_nCount;
+    m_pData = src.m_pData;
+    if (!bTake) return;
+    src.m_nCount = 0;
+    src.m_pData = nullptr;
+}
+
+void BufferBase::CopyTo(PW::BufferBase& dst) const {
+    dst.DestroyNoCount();
+    dst.SetRowSize(m_nRowSize);
+    dst.m_nCount = 0;  // An equal count would leave it without a block.
+    if (HasBytes()) {
+        dst.SetCount(m_nCount);
+        CopyBytes(dst.GetRow(0), m_pData, Total());
+    }
+    dst.m_nCount = m_nCount;  // Rows without bytes are rows as well.
+}
+
+bool BufferBase::IsSame(const BufferBase& other) const {
+    return m_nRowSize == other.m_nRowSize && m_nCount == other.m_nCount &&
+           AreSame(m_pData, other.m_pData, Total());
+}
+
+uint64 BufferBase::GetCountCoinsidingRows(const BufferBase& other, uint64 firstRow) const {
+    if (m_nRowSize != other.m_nRowSize) return 0;
+    const ulong limit = std::min(m_nCount, other.m_nCount);
+    if (limit <= firstRow) return 0;
+    // One pair of rows and no more, deliberately.
+    const ulong row = static_cast<ulong>(firstRow);
+    return AreSame(GetRow(row), other.GetRow(row), m_nRowSize) ? limit - row : 0;
+}
+
+// Appends the rows of `other` from `first` on. `other` may be this buffer or name its block,
+// so that block goes last.
+ulong BufferBase::Append(const BufferBase& other, ulong first) {
+    const ulong old = m_nCount;
+    const ulong added = other.m_nCount - first;
+    if (added == 0) return old;
+    const std::uint8_t rowSize = m_nRowSize != 0 ? m_nRowSize : other.m_nRowSize;
+    if (rowSize != other.m_nRowSize) return 0;
+    unsigned char* const block = Resized(rowSize, old + added);
+    if (block) {
+        unsigned char* const rows = block + std::size_t{rowSize} * old;
+        if (other.m_pData) {
+            CopyBytes(rows, other.GetRow(first), std::size_t{rowSize} * added);
+        } else {
+            Clear(rows, std::size_t{rowSize} * added);
+        }
+    }
+    m_nRowSize = rowSize;
+    Replace(block, block ? old + added : 0);
+    return old;
+}
+
+ulong BufferBase::Merge(const BufferBase& other) {
+    return Append(other, 0);
+}
+
+ulong BufferBase::Unite(const BufferBase& other) {
+    const ulong coinciding = static_cast<ulong>(GetCountCoinsidingRows(other, 0));
+    Append(other, coinciding);
+    return coinciding;
+}
+
+}  // namespace ZT
