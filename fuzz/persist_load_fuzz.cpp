@@ -1,10 +1,14 @@
 // Loads any bytes as a document and reads every kind of value out of it.
 
+#include <platform/object/CMemoryException.h>
+#include <tests/FailingNew.h>
+#include <zt/memory/BufferBase.h>
 #include <zt/persist/PCExBase.h>
 #include <zt/ranges/RangeR1.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -13,6 +17,9 @@ namespace ZT {
 namespace {
 
 constexpr ulong kValues = 16;
+
+// A document may well claim more memory than the process is given.
+constexpr std::size_t kGreatestArray = std::size_t{1} << 20;
 
 /// Reads with every operation that has a name for the child, by the name `name`.
 void ReadAll(PCExBase& cursor, const char* name, bool child) {
@@ -76,9 +83,31 @@ void ReadSingle(PCExBase& cursor, const char* name) {
     PCExBase::GetAttribute(cursor.GetCurElem(), name);
 }
 
+/// Loads a table of rows. Whatever rows it has then are there to be read.
+void ReadRows(PCExBase& cursor) {
+    BufferBase rows;
+    rows.SetRowSize(3);
+    rows.AllocateEx(5);
+    try {
+        rows.PersistXML(cursor, true);
+    } catch (CMemoryException* e) {
+        e->Delete();
+    }
+    unsigned sum = 0;
+    for (ulong i = 0; i < rows.GetCount() && rows.GetRow(i); ++i) {
+        for (int place = 0; place < rows.GetRowSize(); ++place) sum += rows.GetRow(i)[place];
+    }
+    volatile unsigned sink = sum;
+    static_cast<void>(sink);
+    BufferBase copy;
+    copy.Copy(rows, 0);
+    if (!copy.IsSame(rows)) std::abort();
+}
+
 /// Reads the current element, and with it as many levels below it as `depth` says. The
 /// tags are those of the document's own elements.
 void ReadElement(PCExBase& cursor, int depth) {
+    ReadRows(cursor);
     std::vector<CString> names = {"Rg", "Co"};
     for (IXMLDOMNodePtr node = cursor.GetCurElem()->firstChild(); node && names.size() < 8;
          node = node->nextSibling())
@@ -105,6 +134,7 @@ void ReadElement(PCExBase& cursor, int depth) {
 }  // namespace ZT
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const testing_support::NoMemory limit(ZT::kGreatestArray);
     const IXMLDOMDocumentPtr doc = IXMLDOMDocumentPtr::CreateInstance();
     if (!doc->loadXML(std::string_view(reinterpret_cast<const char*>(data), size))) return 0;
     ZT::PC pc;
