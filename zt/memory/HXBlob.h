@@ -115,9 +115,6 @@ public:
         return *this;
     }
 
-    /// Frees the block only if `m_bAutoDelete` is set.
-    virtual ~HXBlob();
-
     /// Forgets size, block and flag, freeing nothing.
     void Construct() noexcept {
         Reset();
@@ -125,11 +122,35 @@ public:
     }
 
     /// @}
-    /// @name Size and position
+    /// @name What a derived class replaces
     /// @{
 
     /// `m_nSize`; a derived class may answer for bytes that are elsewhere.
     virtual ulong GetSize();
+
+    /// Takes the size of `o` and copies its bytes, without the growth rule: only a blob
+    /// without a block gets one. **A block that is there is assumed to be large enough; bytes
+    /// are written behind a smaller one.** `Copy2` makes room.
+    virtual void Copy(const HXBlob& o);
+
+    /// Frees the block and reads as many bytes as the file is long, from the file's position
+    /// on; size and result are how many there were. A file that is longer than 2^32 - 1 bytes
+    /// counts with the low 32 bits of its length, and a result of 2^31 or more is negative.
+    virtual int Read(CFile& f);
+
+    /// Writes the bytes at the file's position. False if the file does not take them; some may
+    /// have been written.
+    virtual bool Write(CFile& f);
+
+    /// Copies the bytes to `p`, which has room for them; a null `p` is ignored.
+    virtual void CopyDataTo(unsigned char* p) const;
+
+    /// Frees the block only if `m_bAutoDelete` is set.
+    virtual ~HXBlob();
+
+    /// @}
+    /// @name Size and position
+    /// @{
 
     /// Whether there are a block and a size.
     bool IsValid() const { return m_nSize != 0 && m_pData; }
@@ -195,11 +216,6 @@ public:
     /// this blob's block that is freed for it.
     void Copy2(const HXBlob& o);
 
-    /// Takes the size of `o` and copies its bytes, without the growth rule: only a blob
-    /// without a block gets one. **A block that is there is assumed to be large enough; bytes
-    /// are written behind a smaller one.** `Copy2` makes room.
-    virtual void Copy(const HXBlob& o);
-
     /// Copies the bytes of `a`, after the growth rule for their number.
     void Copy(const HXBitArray& a);
 
@@ -231,9 +247,6 @@ public:
     /// Copies `n` bytes from `p`, if there are a block and `p`. `n` **is not compared with the
     /// size**: the block must have room.
     void CopyData(const unsigned char* p, ulong n);
-
-    /// Copies the bytes to `p`, which has room for them; a null `p` is ignored.
-    virtual void CopyDataTo(unsigned char* p) const;
 
     /// Writes an image to `p`, which has room for 4 bytes more than the size: the size as 32
     /// bits in the machine's order, then the bytes. Nothing for a null `p` or without bytes.
@@ -365,12 +378,7 @@ public:
     /// it, but not write.
     /// @{
 
-    /// Frees the block and reads as many bytes as the file is long, from the file's position
-    /// on; size and result are how many there were. A file that is longer than 2^32 - 1 bytes
-    /// counts with the low 32 bits of its length, and a result of 2^31 or more is negative.
-    virtual int Read(CFile& f);
-
-    /// The same for `nCount` bytes, or as many as the file is long if that is 0; not virtual.
+    /// As the virtual `Read`, but for `nCount` bytes, or as many as the file is long if that is 0.
     /// `nOffset` moves **the place in the new block where the bytes go**, not the position in
     /// the file, and the block gets no room for it: unless the file ends early enough, bytes
     /// are written behind the block. Keep it at 0.
@@ -383,11 +391,7 @@ public:
     /// Opens the file at `path` and reads it by `ReadNonVirt`; the result as for `Read`.
     bool ReadNonVirt(const CString& path, ulong nOffset, ulong nCount);
 
-    /// Writes the bytes at the file's position. False if the file does not take them; some may
-    /// have been written.
-    virtual bool Write(CFile& f);
-
-    /// The same, not virtual.
+    /// As the virtual `Write`, which it does not call.
     bool WriteNonVirt(CFile& f) const;
 
     /// Writes to the file at `path` by the virtual `Write`. False if it cannot be opened or
