@@ -38,8 +38,12 @@
 #include <zt/interfaces/OIObj.h>
 #include <zt/interfaces/Object_ZtOI.h>
 #include <zt/interfaces/ResultCodes.h>
+#include <zt/memory/BlobCached.h>
+#include <zt/memory/BlobSet.h>
+#include <zt/memory/BlobSetPtr.h>
 #include <zt/memory/BufferBase.h>
 #include <zt/memory/BufferEx.h>
+#include <zt/memory/HXBlob.h>
 #include <zt/memory/ResourceManager.h>
 #include <zt/numerics/Constants.h>
 #include <zt/numerics/CyclSegment.h>
