@@ -5,6 +5,7 @@
 
 #include <platform/base/LastError.h>
 #include <platform/com/ComError.h>
+#include <platform/files/detail/FileReplacement.h>
 #include <platform/xml/IXMLDOMElementPtr.h>
 #include <platform/xml/detail/DomAccess.h>
 #include <platform/xml/detail/DomChecks.h>
@@ -16,7 +17,7 @@ namespace {
 // Writes to a file and remembers the first failure.
 class FileSink final : public DomSink {
 public:
-    explicit FileSink(DomFileWriter& file) : m_file(file) {}
+    explicit FileSink(FileReplacement& file) : m_file(file) {}
 
     void Write(const char* data, std::size_t size) override {
         if (m_error != 0) return;
@@ -36,7 +37,7 @@ private:
         m_buffer.clear();
     }
 
-    DomFileWriter& m_file;
+    FileReplacement& m_file;
     std::string m_buffer;
     int m_error = 0;
 };
@@ -49,7 +50,7 @@ void CheckSystem(int error, const std::string& path) {
 }
 
 void SaveTree(const DomTree& tree, const std::string& path) {
-    DomFileWriter file;
+    FileReplacement file;
     CheckSystem(file.Open(path.c_str()), path);
     FileSink sink(file);
     PrintDom(tree, tree.Root(), sink);
