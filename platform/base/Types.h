@@ -33,6 +33,10 @@ using DWORD_PTR = std::uintptr_t;
 using SIZE_T = std::size_t;
 
 using LPVOID = void*;
+
+/// Something of the platform's that is only handed back to it.
+using HANDLE = void*;
+
 using LPSTR = char*;
 using LPCSTR = const char*;
 using LPTSTR = char*;

@@ -4,6 +4,10 @@
 
 #include <platform/base/LastError.h>
 #include <platform/modules/ModuleHandle.h>
+#include <platform/modules/detail/ElfFile.h>
+#include <platform/modules/detail/FileMapping.h>
+#include <platform/modules/detail/LoadedFile.h>
+#include <platform/modules/detail/LoadedResources.h>
 #include <platform/text/CString.h>
 
 #include <algorithm>
@@ -57,7 +61,9 @@ CString ProgramPath() {
         const ssize_t length = readlink("/proc/self/exe", path.data(), path.size());
         if (length < 0) return {};
         const auto bytes = static_cast<std::size_t>(length);
-        if (bytes < path.size()) return std::string_view(path.data(), bytes);
+        bool there = false;
+        if (bytes < path.size())
+            return WithoutMarkOfRemoval(std::string(path.data(), bytes), &there).c_str();
         path.resize(2 * path.size());
     }
 }
@@ -71,11 +77,66 @@ std::string PathToLoad(LPCTSTR path) {
     return failure ? std::string(path) : full.native();
 }
 
+std::string_view FileNameOf(std::string_view path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+bool IsProgram(LPCTSTR name, bool isPath) {
+    const CString program = ProgramPath();
+    if (!isPath) return FileNameOf(program.GetString()) == name;
+    std::error_code failure;
+    return program == name || std::filesystem::equivalent(name, "/proc/self/exe", failure);
+}
+
+struct NamedModule {
+    std::string_view fileName;
+    ElfW(Addr) address = 0;
+};
+
+// Only takes down the address, since the loader's functions must not be called in here.
+int FindNamed(dl_phdr_info* info, std::size_t, void* sought) {
+    auto& named = *static_cast<NamedModule*>(sought);
+    if (!info->dlpi_name || FileNameOf(info->dlpi_name) != named.fileName) return 0;
+    for (int i = 0; i < info->dlpi_phnum; ++i)
+        if (info->dlpi_phdr[i].p_type == PT_DYNAMIC)
+            named.address = info->dlpi_addr + info->dlpi_phdr[i].p_vaddr;
+    return named.address != 0;
+}
+
+// The first loaded module whose file has this name, from whatever directory.
+HMODULE ModuleOfFileName(LPCTSTR name) {
+    NamedModule named = {name};
+    dl_iterate_phdr(FindNamed, &named);
+    return AfxModuleFromAddress(reinterpret_cast<const void*>(named.address));
+}
+
+HMODULE LoadedModule(LPCTSTR name) {
+    const bool isPath = std::strchr(name, '/') != nullptr;
+    if (IsProgram(name, isPath)) return Program();
+    if (const HMODULE module = ModuleOf(LoaderReference(name).Get())) return module;
+    return isPath ? ModuleOf(LoaderReference(PathToLoad(name).c_str()).Get())
+                  : ModuleOfFileName(name);
+}
+
+void TellLoadFailure(int error, std::string_view text, CString* reason) {
+    if (reason) *reason = text;
+    SetLastError(static_cast<DWORD>(error));
+}
+
 void TellLoadFailure(LPCTSTR path, CString* reason) {
     const char* text = dlerror();
-    if (reason) *reason = text ? text : "";
     const bool absent = std::strchr(path, '/') && access(path, F_OK) != 0;
-    SetLastError(static_cast<DWORD>(absent ? ENOENT : ENOEXEC));
+    TellLoadFailure(absent ? ENOENT : ENOEXEC, text ? text : "", reason);
+}
+
+// The loader maps what a module's head tells of without looking whether the file has it,
+// and the program ends when it reads on behind the end of the file. Files in which the
+// system searches are left to it.
+bool IsCutOff(const std::string& path) {
+    FileMapping file;
+    if (path.find('/') == std::string::npos || file.Open(path.c_str()) != 0) return false;
+    return FindElfSection(file.Bytes(), {}).state != ElfSection::noModule &&
+           !HoldsElfSegments(file.Bytes());
 }
 
 }  // namespace
@@ -88,7 +149,9 @@ HMODULE AfxModuleFromAddress(const void* address) {
 
 HMODULE GetModuleHandle(LPCTSTR name) {
     if (!name) return Program();
-    return ModuleOf(LoaderReference(name).Get());
+    const HMODULE module = *name ? LoadedModule(name) : nullptr;
+    if (!module) SetLastError(ENOENT);
+    return module;
 }
 
 CString AfxGetModuleFileName(HMODULE module) {
@@ -99,29 +162,51 @@ CString AfxGetModuleFileName(HMODULE module) {
 DWORD GetModuleFileName(HMODULE module, LPTSTR text, DWORD size) {
     const CString path = AfxGetModuleFileName(module);
     const auto length = static_cast<DWORD>(path.GetLength());
-    if (length == 0 || !text || size == 0) return 0;
+    if (length == 0 || !text || size == 0) {
+        SetLastError(EINVAL);
+        return 0;
+    }
     const DWORD kept = std::min(length, size - 1);
     std::memcpy(text, path.GetString(), kept);
     text[kept] = 0;
-    return kept < length ? size : length;
+    if (kept == length) return length;
+    SetLastError(ENAMETOOLONG);
+    return size;
 }
 
 HMODULE AfxLoadLibrary(LPCTSTR path, CString* reason) {
     if (!path || !*path) {
-        if (reason) *reason = "a library without a name";
-        SetLastError(ENOENT);
+        TellLoadFailure(ENOENT, "a library without a name", reason);
         return nullptr;
     }
-    void* handle = dlopen(PathToLoad(path).c_str(), RTLD_NOW | RTLD_LOCAL);
+    const std::string full = PathToLoad(path);
+    if (!LoaderReference(full.c_str()).Get() && IsCutOff(full)) {
+        TellLoadFailure(ENOEXEC, full + ": the file holds no whole module", reason);
+        return nullptr;
+    }
+    void* handle = dlopen(full.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle) TellLoadFailure(path, reason);
-    return ModuleOf(handle);
+    const HMODULE module = ModuleOf(handle);
+    if (module) KeepResourcesOf(module);
+    return module;
+}
+
+HMODULE LoadLibraryExA(LPCSTR path, HANDLE reserved, DWORD flags) {
+    if (!reserved && (flags & ~LOAD_WITH_ALTERED_SEARCH_PATH) == 0) return AfxLoadLibrary(path);
+    SetLastError(EINVAL);
+    return nullptr;
 }
 
 BOOL AfxFreeLibrary(HMODULE module) {
     const LPCTSTR name = LoaderName(module);
-    if (!name) return FALSE;
-    const LoaderReference reference(name);
-    return reference.Get() && dlclose(reference.Get()) == 0;
+    bool freed = false;
+    if (name) {
+        const LoaderReference reference(name);
+        freed = reference.Get() && dlclose(reference.Get()) == 0;
+    }
+    ForgetUnloadedResources();
+    if (!freed) SetLastError(EINVAL);
+    return freed;
 }
 
 void* GetProcAddress(HMODULE module, LPCSTR name) {

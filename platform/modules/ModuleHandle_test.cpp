@@ -4,6 +4,7 @@
 #include <platform/base/LastError.h>
 #include <platform/modules/ModuleHandle.h>
 #include <platform/text/CString.h>
+#include <platform/modules/TestModules_test.hpp>
 
 #include <cerrno>
 #include <filesystem>
@@ -43,6 +44,118 @@ TEST(ModuleHandle, LoadedModuleIsFoundByItsName) {
     EXPECT_EQ(GetModuleHandle(AfxGetModuleFileName(Platform())), Platform());
     EXPECT_NE(GetModuleHandle("libc.so.6"), nullptr);
     EXPECT_EQ(GetModuleHandle("libnowhere.so"), nullptr);
+}
+
+TEST(ModuleHandle, OfTheProgramIsFoundByItsPathAndItsName) {
+    const HMODULE program = GetModuleHandle(nullptr);
+    const std::filesystem::path path(AfxGetModuleFileName(nullptr).GetString());
+    EXPECT_EQ(GetModuleHandleA(path.c_str()), program);
+    EXPECT_EQ(GetModuleHandleA((path.parent_path() / "." / path.filename()).c_str()), program);
+    EXPECT_EQ(GetModuleHandleA(path.filename().c_str()), program);
+    EXPECT_EQ(GetModuleHandleA(nullptr), program);
+}
+
+TEST(ModuleHandle, OfNothingIsNull) {
+    SetLastError(0);
+    EXPECT_EQ(GetModuleHandleA(""), nullptr);
+    EXPECT_EQ(GetLastError(), DWORD{ENOENT});
+    SetLastError(0);
+    EXPECT_EQ(GetModuleHandleA("/nowhere/module.so"), nullptr);
+    EXPECT_EQ(GetLastError(), DWORD{ENOENT});
+    EXPECT_EQ(GetModuleHandleA("/etc/passwd"), nullptr);
+    EXPECT_EQ(GetModuleHandleA("/etc"), nullptr);
+}
+
+using LoadedFromAFile = TestModules;
+
+TEST_F(LoadedFromAFile, IsFoundByPathAndByFileName) {
+    const std::string path = Copy("odd name.so");
+    EXPECT_EQ(GetModuleHandleA(path.c_str()), nullptr) << "nothing is loaded by looking";
+    const HMODULE module = LoadLibraryA(path.c_str());
+    ASSERT_NE(module, nullptr);
+    EXPECT_EQ(GetModuleHandleA(path.c_str()), module);
+    EXPECT_EQ(GetModuleHandleA("odd name.so"), module);
+    EXPECT_EQ(GetModuleHandleA("name.so"), nullptr);
+    std::filesystem::create_symlink(path, directory / "link.so");
+    EXPECT_EQ(GetModuleHandleA((directory / "link.so").c_str()), module);
+    EXPECT_TRUE(FreeLibrary(module)) << "no look-up has added a reference";
+    EXPECT_EQ(GetModuleHandleA(path.c_str()), nullptr);
+    EXPECT_EQ(GetModuleHandleA("odd name.so"), nullptr);
+}
+
+TEST_F(LoadedFromAFile, IsFoundByARelativePath) {
+    const std::string path = Copy();
+    const HMODULE module = LoadLibraryA(path.c_str());
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(directory.Path());
+    EXPECT_EQ(GetModuleHandleA("./libnail.so"), module);
+    std::filesystem::remove("libnail.so");
+    EXPECT_EQ(GetModuleHandleA("./libnail.so"), module) << "also when its file is gone";
+    std::filesystem::current_path(before);
+    EXPECT_TRUE(FreeLibrary(module));
+}
+
+TEST_F(LoadedFromAFile, IsFoundByItsPathAfterAnotherFileTookItsPlace) {
+    const std::string path = Copy();
+    const HMODULE module = LoadLibraryA(path.c_str());
+    std::filesystem::remove(path);
+    MakeFile(path, "no module at all");
+    EXPECT_EQ(GetModuleHandleA(path.c_str()), module);
+    EXPECT_EQ(LoadLibraryA(path.c_str()), module);
+    EXPECT_STREQ(AfxGetModuleFileName(module), path.c_str());
+    EXPECT_TRUE(FreeLibrary(module));
+    EXPECT_TRUE(FreeLibrary(module));
+    EXPECT_EQ(LoadLibraryA(path.c_str()), nullptr);
+}
+
+TEST_F(LoadedFromAFile, LivesUntilTheLastReferenceIsFreed) {
+    const std::string path = Copy();
+    const HMODULE module = LoadLibraryExA(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    ASSERT_NE(module, nullptr);
+    EXPECT_EQ(LoadLibraryExA(path.c_str(), nullptr, 0), module);
+    EXPECT_TRUE(FreeLibrary(module));
+    EXPECT_EQ(GetModuleHandleA(path.c_str()), module);
+    EXPECT_TRUE(FreeLibrary(module));
+    EXPECT_EQ(GetModuleHandleA(path.c_str()), nullptr);
+    EXPECT_FALSE(FreeLibrary(module));
+    EXPECT_EQ(GetLastError(), DWORD{EINVAL});
+}
+
+TEST_F(LoadedFromAFile, KnowsNoOtherFlags) {
+    const std::string path = Copy();
+    SetLastError(0);
+    EXPECT_EQ(LoadLibraryExA(path.c_str(), nullptr, 2), nullptr);
+    EXPECT_EQ(GetLastError(), DWORD{EINVAL});
+    int reserved = 0;
+    EXPECT_EQ(LoadLibraryExA(path.c_str(), &reserved, 8), nullptr);
+    EXPECT_EQ(LoadLibraryExA(nullptr, nullptr, 8), nullptr);
+    EXPECT_EQ(GetLastError(), DWORD{ENOENT});
+}
+
+TEST_F(LoadedFromAFile, PathOf260CharactersAndMoreIsCut) {
+    std::string folder = directory.Path();
+    while (folder.size() < 250) folder += "/" + std::string(40, 'd');
+    std::filesystem::create_directories(folder);
+    const std::string path = folder + "/libnail.so";
+    ASSERT_GE(path.size(), 260u);
+    std::filesystem::copy_file(ZT_TEST_MODULE, path);
+    const HMODULE module = LoadLibraryA(path.c_str());
+    ASSERT_NE(module, nullptr);
+    char text[260];
+    EXPECT_EQ(GetModuleFileNameA(module, text, 260), 260u);
+    EXPECT_EQ(GetLastError(), DWORD{ENAMETOOLONG});
+    EXPECT_EQ(text, path.substr(0, 259));
+    EXPECT_EQ(GetModuleHandleA(text), nullptr);
+    EXPECT_TRUE(FreeLibrary(module));
+}
+
+TEST_F(LoadedFromAFile, IsRefusedWhenItIsCutOff) {
+    const std::string path = Copy();
+    MakeFile(path, BytesOf(path).substr(0, 4096));
+    CString reason;
+    EXPECT_EQ(AfxLoadLibrary(path.c_str(), &reason), nullptr);
+    EXPECT_EQ(GetLastError(), DWORD{ENOEXEC});
+    EXPECT_EQ(reason.GetString(), path + ": the file holds no whole module");
 }
 
 TEST(ModuleFileName, IsThePathOfTheFile) {

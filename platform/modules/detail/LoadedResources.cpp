@@ -1,0 +1,118 @@
+#include <platform/base/LastError.h>
+#include <platform/modules/detail/ElfFile.h>
+#include <platform/modules/detail/FileMapping.h>
+#include <platform/modules/detail/LoadedFile.h>
+#include <platform/modules/detail/LoadedResources.h>
+
+#include <cerrno>
+#include <mutex>
+#include <unordered_map>
+
+namespace {
+
+// A module's file in memory.
+struct KeptFile {
+    // The file that is loaded under the handle.
+    std::string identity;
+    // The count of unloads up to which the handle is known to stand for this file.
+    unsigned long long checked = 0;
+    FileMapping file;
+    ResourceSection section;
+    // Why there are no resources, or 0.
+    int error = 0;
+};
+
+int ReadSection(ByteView file, ResourceSection& section) {
+    const ElfSection found = FindElfSection(file, resourceSectionName);
+    if (found.state == ElfSection::none) return ENOENT;
+    if (found.state != ElfSection::found) return EBADMSG;
+    section = ResourceSection(found.bytes);
+    return section.Damage() ? EBADMSG : 0;
+}
+
+class LoadedResources {
+public:
+    // The resources of the module, or why there are none.
+    int Get(HMODULE module, ResourceSection& section) {
+        const std::scoped_lock lock(m_lock);
+        const unsigned long long unloads = CountOfUnloads();
+        auto known = m_files.find(module);
+        if (known == m_files.end() || known->second.checked != unloads) {
+            if (const int error = Check(module, unloads); error != 0) return error;
+            known = m_files.find(module);
+        }
+        section = known->second.section;
+        return known->second.error;
+    }
+
+    void ForgetUnloaded() {
+        const std::scoped_lock lock(m_lock);
+        std::erase_if(m_files, [](const auto& entry) { return !IsModule(entry.first); });
+    }
+
+private:
+    static bool IsModule(HMODULE module) {
+        return module && AfxModuleFromAddress(module) == module;
+    }
+
+    // Makes sure that what is kept under the handle is of the module that is loaded now.
+    int Check(HMODULE module, unsigned long long unloads) {
+        const std::optional<LoadedFile> loaded =
+            IsModule(module) ? LoadedFileOf(module) : std::optional<LoadedFile>();
+        if (!loaded) return EINVAL;
+        const auto known = m_files.find(module);
+        if (known != m_files.end() && known->second.identity == loaded->identity) {
+            known->second.checked = unloads;
+            return 0;
+        }
+        return Keep(module, *loaded, unloads);
+    }
+
+    int Keep(HMODULE module, const LoadedFile& loaded, unsigned long long unloads) {
+        if (loaded.path.empty()) return ESTALE;
+        KeptFile kept;
+        if (const int error = kept.file.Open(loaded.path.c_str()); error != 0) return error;
+        // Another file may have taken the name before it was opened.
+        const std::optional<LoadedFile> still = LoadedFileOf(module);
+        if (!still || still->path != loaded.path) return ESTALE;
+        kept.identity = loaded.identity;
+        kept.checked = unloads;
+        kept.error = ReadSection(kept.file.Bytes(), kept.section);
+        if (kept.error != 0) {
+            kept.section = ResourceSection();
+            kept.file = FileMapping();
+        }
+        m_files.insert_or_assign(module, std::move(kept));
+        return 0;
+    }
+
+    std::mutex m_lock;
+    std::unordered_map<HMODULE, KeptFile> m_files;
+};
+
+// Never ended, since a module may ask while the program ends.
+LoadedResources& AllLoaded() {
+    static LoadedResources& all = *new LoadedResources;
+    return all;
+}
+
+}  // namespace
+
+std::optional<ResourceSection> ResourcesOf(HMODULE module) {
+    ResourceSection section;
+    const int error = AllLoaded().Get(module, section);
+    if (error == 0) return section;
+    SetLastError(static_cast<DWORD>(error));
+    return std::nullopt;
+}
+
+void KeepResourcesOf(HMODULE module) {
+    const DWORD before = GetLastError();
+    ResourceSection ignored;
+    static_cast<void>(AllLoaded().Get(module, ignored));
+    SetLastError(before);
+}
+
+void ForgetUnloadedResources() {
+    AllLoaded().ForgetUnloaded();
+}
