@@ -343,9 +343,11 @@ TEST_F(CMapPtrToPtrOfTwo, AssertValidRaisesOnBrokenFields) {
     map.m_nCount -= 2;
     EXPECT_THROW(map.AssertValid(), CInvalidArgException*);
     ++map.m_nCount;
-    std::swap(map.m_pHashTable[1], map.m_pHashTable[5]);
+    const UINT bucket = map.HashKey(P(1)) % map.GetHashTableSize();
+    const UINT wrong = (bucket + 1) % map.GetHashTableSize();
+    std::swap(map.m_pHashTable[bucket], map.m_pHashTable[wrong]);
     EXPECT_THROW(map.AssertValid(), CInvalidArgException*);
-    std::swap(map.m_pHashTable[1], map.m_pHashTable[5]);
+    std::swap(map.m_pHashTable[bucket], map.m_pHashTable[wrong]);
     map.AssertValid();
 }
 

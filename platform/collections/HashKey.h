@@ -5,6 +5,8 @@
 
 #include <platform/base/Types.h>
 
+#include <bit>
+#include <cstdint>
 #include <cstring>
 #include <functional>
 #include <string_view>
@@ -59,9 +61,10 @@ inline UINT HashText(std::string_view text) {
 /// modulo the size of its table.
 ///
 /// By default a text, which is whatever turns into a `const char*`, has a hash of its bytes
-/// up to the zero; an integer or another pointer is its own hash; any other key has that of
-/// `std::hash`. A program specialises this for its own keys, so that keys which are equal
-/// by `CompareElements` have equal hashes, and before the first map of that key is used.
+/// up to the zero; an integer is its own hash; that of another pointer is its address, turned by
+/// four bits so that objects which lie side by side have buckets near one another; any other
+/// key has that of `std::hash`. A program specialises this for its own keys, so that keys which are
+/// equal by `CompareElements` have equal hashes, and before the first map of that key is used.
 template <class ARG_KEY>
 UINT HashKey(ARG_KEY key) {
     using Key = std::remove_cvref_t<ARG_KEY>;
@@ -69,7 +72,8 @@ UINT HashKey(ARG_KEY key) {
         const char* text = key;
         return Collections::HashText(text == nullptr ? std::string_view() : text);
     } else if constexpr (std::is_pointer_v<Key>) {
-        return Collections::FoldBits(reinterpret_cast<std::uintptr_t>(key));
+        const std::uint64_t address = reinterpret_cast<std::uintptr_t>(key);
+        return Collections::FoldBits(std::rotr(address, 4));
     } else if constexpr (std::is_integral_v<Key> || std::is_enum_v<Key>) {
         return Collections::FoldBits(static_cast<std::uint64_t>(key));
     } else {

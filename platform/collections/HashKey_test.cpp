@@ -16,7 +16,22 @@ TEST(HashKey, SmallIntegersAreTheirOwnHash) {
     EXPECT_EQ(HashKey<int>(5), 5U);
     EXPECT_EQ(HashKey<std::uint64_t>(5), 5U);
     EXPECT_EQ(HashKey<Colour>(Colour::kRed), 7U);
-    EXPECT_EQ(HashKey<void*>(reinterpret_cast<void*>(0x1230)), 0x1230U);
+}
+
+UINT HashOfAddress(std::uintptr_t address) {
+    return HashKey<void*>(reinterpret_cast<void*>(address));
+}
+
+TEST(HashKey, ObjectsSideBySideHaveNeighbouringHashes) {
+    EXPECT_EQ(HashOfAddress(0), 0U);
+    EXPECT_EQ(HashOfAddress(0x1230), 0x123U);
+    EXPECT_EQ(HashOfAddress(0x1240), 0x124U);
+}
+
+TEST(HashKey, EveryBitOfAnAddressCounts) {
+    EXPECT_EQ(HashOfAddress(0x1234), 0x40000123U);
+    EXPECT_EQ(HashOfAddress(0x0000'5678'0000'1230), 0x00000567U ^ 0x80000123U);
+    for (int bit = 0; bit < 64; ++bit) EXPECT_NE(HashOfAddress(std::uintptr_t{1} << bit), 0U);
 }
 
 TEST(HashKey, BothHalvesOfALongIntegerCount) {
