@@ -59,6 +59,7 @@
 #include <zt/numerics/ZGroup.h>
 #include <zt/persist/PC.h>
 #include <zt/persist/PCExBase.h>
+#include <zt/persist/Xml.h>
 #include <zt/ranges/CAISimpArr.h>
 #include <zt/ranges/Grid1D.h>
 #include <zt/ranges/Grid1DLocation.h>

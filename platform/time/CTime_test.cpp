@@ -5,45 +5,21 @@
 #include <platform/object/CInvalidArgException.h>
 #include <platform/time/CTime.h>
 #include <platform/time/detail/CalendarTime.h>
+#include <tests/TimeZone.h>
 
-#include <cstdlib>
 #include <ctime>
-#include <optional>
 #include <string>
 
 namespace {
 
-// The time zone of the process, for the length of a test.
-class TimeZone {
-public:
-    explicit TimeZone(const char* name) {
-        if (const char* before = std::getenv("TZ")) m_before = before;
-        setenv("TZ", name, 1);
-        tzset();
-    }
-    ~TimeZone() {
-        if (m_before)
-            setenv("TZ", m_before->c_str(), 1);
-        else
-            unsetenv("TZ");
-        tzset();
-    }
-    TimeZone(const TimeZone&) = delete;
-    TimeZone& operator=(const TimeZone&) = delete;
-
-private:
-    std::optional<std::string> m_before;
-};
-
-// Central Europe, told in full so that no zone file is needed.
-constexpr const char* centralEurope = "CET-1CEST,M3.5.0,M10.5.0/3";
+using testing_support::TimeZone;
 
 struct InUtc : testing::Test {
     TimeZone zone{"UTC0"};
 };
 
 struct InCentralEurope : testing::Test {
-    TimeZone zone{centralEurope};
+    TimeZone zone{testing_support::kCentralEurope};
 };
 
 constexpr LONGLONG leapDay = 1709210096;  // 2024-02-29 12:34:56 UTC
