@@ -13,6 +13,12 @@ namespace {
 
 using namespace testing_support;
 
+// Any number of a range, evenly from the first try on.
+template <class Number>
+Number Evenly(Number from, Number to) {
+    return *rc::gen::resize(rc::kNominalSize, rc::gen::inRange<Number>(from, to));
+}
+
 // Leaves its elements to the test.
 class BorrowingList : public ItemList {
 public:
@@ -84,8 +90,7 @@ struct Side {
     POSITION At(std::ptrdiff_t index) const { return list.CPtrList::FindIndex(index); }
 
     Run AnyRun() const {
-        return {*rc::gen::inRange<std::ptrdiff_t>(0, model.Size()),
-                *rc::gen::inRange<std::ptrdiff_t>(0, model.Size())};
+        return {Evenly<std::ptrdiff_t>(0, model.Size()), Evenly<std::ptrdiff_t>(0, model.Size())};
     }
     // One that does not pass the tail.
     Run PlainRun() const {
@@ -102,7 +107,7 @@ struct Side {
 std::array<Item, 6> items = {Item(1), Item(2), Item(3), Item(4), Item(5), Item(6)};
 
 Item* AnyItem() {
-    return &items[*rc::gen::inRange<std::size_t>(0, items.size())];
+    return &items[Evenly<std::size_t>(0, items.size())];
 }
 
 // The operations on one list, which may take something from the other one.
@@ -281,15 +286,15 @@ constexpr Operation kOperations[] = {
 };
 
 const Operation& AnyOperation() {
-    return kOperations[*rc::gen::inRange<std::size_t>(0, std::size(kOperations))];
+    return kOperations[Evenly<std::size_t>(0, std::size(kOperations))];
 }
 
 TEST(HXPtrListBase2Laws, AnyOrderOfOperationsKeepsElementsNodesAndBlocks) {
     EXPECT_TRUE(rc::check([] {
         std::array<Side, 2> sides;
-        const int length = *rc::gen::inRange(1, 60);
+        const int length = Evenly(1, 60);
         for (int i = 0; i < length; ++i) {
-            const auto which = *rc::gen::inRange<std::size_t>(0, 2);
+            const auto which = Evenly<std::size_t>(0, 2);
             Side& side = sides[which];
             // Copies double the lists.
             const bool tooLong = side.model.Size() > 100;
@@ -315,8 +320,7 @@ TEST(HXPtrListBase2Laws, WalkInEitherSenseVisitsEachPositionOnce) {
         FillAtRandom(list);
         RC_PRE(!list.IsEmpty());
         const bool forward = *rc::gen::arbitrary<bool>();
-        const POSITION start =
-            list.IndexToPosition(*rc::gen::inRange<std::ptrdiff_t>(0, list.GetCount()));
+        const POSITION start = list.IndexToPosition(Evenly<std::ptrdiff_t>(0, list.GetCount()));
         std::vector<POSITION> visited;
         POSITION pos = start;
         do {
@@ -333,7 +337,7 @@ TEST(HXPtrListBase2Laws, PositionsAndIndicesAreInverse) {
     EXPECT_TRUE(rc::check([] {
         ItemList list;
         FillAtRandom(list);
-        const auto index = *rc::gen::inRange<std::int64_t>(0, list.GetCount() + 1);
+        const auto index = Evenly<std::int64_t>(0, list.GetCount() + 1);
         const POSITION pos = list.IndexToPosition(index);
         RC_ASSERT(((pos == nullptr) == (index == list.GetCount())));
         RC_ASSERT(list.PositionToIndex(pos) == (pos == nullptr ? -1 : index));

@@ -24,6 +24,16 @@ POSITION GapFor(const RangeS1& p, const SetS1& set) {
     return nullptr;
 }
 
+// Whether an arc holds what lies between its limits as numbers.
+bool IsPlain(const RangeS1& arc) {
+    return arc.m_eState == RangeS1::eStatePartial && !arc.m_bExternal && arc.m_min <= arc.m_max;
+}
+
+// Whether two plain arcs are so far apart that one takes nothing away from the other.
+bool AreApart(const RangeS1& a, const RangeS1& b) {
+    return b.m_min > a.m_max + zSeamBand || a.m_min > b.m_max + zSeamBand;
+}
+
 }  // namespace
 
 void SetS1::InsertSorted(RangeS1* p) {
@@ -45,9 +55,12 @@ void SetS1::SetFull() {
 
 void SetS1::Subtract(const RangeS1& r) {
     const RangeS1 taken(r);  // r may be a member and go.
+    const bool plain = IsPlain(taken);
     for (POSITION pos = GetHeadPosition(); pos != nullptr;) {
         const POSITION here = pos;
         RangeS1* const member = GetNext(pos);
+        // An arc mostly reaches a few members of many.
+        if (plain && IsPlain(*member) && AreApart(*member, taken)) continue;
         RangeS1 rest(taken);
         const unsigned char pieces = member->Subtract(rest, nullptr);
         if (pieces == 0) {
