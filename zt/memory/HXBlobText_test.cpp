@@ -85,7 +85,7 @@ TEST(HXBlobFromText, ReplacesASmallerBlock) {
 }
 
 TEST(HXBlobFromText, BadTextLeavesAnEmptyBlob) {
-    for (const char* text : {"0G", "00ZZ00", "0 12", "\xFF\xFF"}) {
+    for (const char* text : {"000G", "00ZZ00", "0 12", "\xFF\xFF\xFF\xFF"}) {
         Own small("a"s);
         EXPECT_FALSE(small.StringToBinary(text));
         EXPECT_EQ(small.m_nSize, 0u);

@@ -299,9 +299,6 @@ TEST(HXBlobBlock, SetSizeGrowsByANewBlockAndShrinksInPlace) {
     EXPECT_EQ(Bytes(blob), "01234");
     blob.SetSize(5);
     EXPECT_EQ(blob.m_pData, first);
-    // The larger size is forgotten; without a second block at the place of the first one
-    // nothing but a memory checker could tell, so the block is one of a size that is reused
-    // by nobody.
     blob.SetSize(1u << 20);
     EXPECT_EQ(blob.m_nSize, 1u << 20);
     std::memset(blob.m_pData, 1, 1u << 20);
@@ -409,9 +406,7 @@ TEST(HXBlobInArray, AddedBlobsShareTheirBlocks) {
     EXPECT_EQ(Bytes(blob), "abc");
 }
 
-TEST(HXBlobMemory, BlockForWhichThereIsNoneLeavesAnEmptyBlob) {
-    // Not a request that a system refuses for sure; a growth of 4 GiB is tried where memory
-    // is limited, in the tests of files. Here, sizes that no 32 bits hold.
+TEST(HXBlobBlock, MoreThanASizeCanTellIsNoMemory) {
     std::string byte = "x";
     const HXBlob large(0xFFFFFFFFu, AddressIn(byte));
     HXBlob one = Naming(byte);
