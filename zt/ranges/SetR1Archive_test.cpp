@@ -7,6 +7,7 @@
 #include <zt/ranges/SetFamily_test.h>
 #include <zt/ranges/SetR1Spaced.h>
 #include <platform/files/Archived_test.hpp>
+#include <zt/frame/VirtualTable_test.hpp>
 
 #include <string>
 
@@ -50,9 +51,12 @@ TEST_F(SetArchive, RecordIsTheCountAnd32BytesForEachMember) {
     EXPECT_EQ(RecordOf(items), kTwoMembers);
 }
 
-TEST_F(SetArchive, SerializeIsVirtual) {
-    CObject& object = two;
-    EXPECT_EQ(Stored([&](CArchive& ar) { object.Serialize(ar); }), kTwoMembers);
+TEST_F(SetArchive, SerializeStandsInTheTableOfTheRoot) {
+    EXPECT_EQ(Stored([&](CArchive& ar) { CallSlot<void>(&two, kSlotSerialize, &ar); }),
+              kTwoMembers);
+    SetR1Spaced items = SetOf<SetR1Spaced>({{1.0, -2.5}, External(2.0, 3.0)});
+    EXPECT_EQ(Stored([&](CArchive& ar) { CallSlot<void>(&items, kSlotSerialize, &ar); }),
+              kTwoMembers);
 }
 
 TEST_F(SetArchive, LoadingReplacesTheMembersWithTheirFlags) {
