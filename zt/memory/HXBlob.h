@@ -433,8 +433,9 @@ public:
     /// the size right or `Reset` the blob.
     ulong LoadResource(const char* name, const char* type, const char* module);
 
-    /// Writes the bytes as a resource into the module file `module`. False for a null `name` or
-    /// `type` and if the file could not be changed.
+    /// Writes the bytes as a resource into the module file `module`, as
+    /// `ResourceManager::UpdateResourceA` does: an empty blob takes the resource away. False for
+    /// a null `name` or `type` and if the file could not be changed.
     bool WriteResource(const char* name, const char* type, const char* module);
 
     /// An element "Bl" with the size in "Sz" and, unless that is 0, the bytes as hexadecimal
