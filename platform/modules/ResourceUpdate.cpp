@@ -12,6 +12,7 @@
 #include <cerrno>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <new>
 #include <optional>
 
@@ -127,6 +128,37 @@ private:
     std::map<ResourceKey, Change> m_changes;
 };
 
+// The updates that have begun and not ended.
+class OpenUpdates {
+public:
+    HANDLE Add(std::unique_ptr<ResourceUpdate> update) {
+        const std::scoped_lock lock(m_lock);
+        const HANDLE handle = update.get();
+        m_updates.emplace(handle, std::move(update));
+        return handle;
+    }
+    // Null if the handle is none.
+    ResourceUpdate* Find(HANDLE handle) {
+        const std::scoped_lock lock(m_lock);
+        const auto found = m_updates.find(handle);
+        return found == m_updates.end() ? nullptr : found->second.get();
+    }
+    std::unique_ptr<ResourceUpdate> Take(HANDLE handle) {
+        const std::scoped_lock lock(m_lock);
+        const auto taken = m_updates.extract(handle);
+        return taken ? std::move(taken.mapped()) : nullptr;
+    }
+
+private:
+    std::mutex m_lock;
+    std::map<HANDLE, std::unique_ptr<ResourceUpdate>> m_updates;
+};
+
+OpenUpdates& AllOpen() {
+    static OpenUpdates& all = *new OpenUpdates;
+    return all;
+}
+
 // Runs a step, tells the system's error number that it answers as the last error, and
 // whether there was none.
 template <class Step>
@@ -144,28 +176,31 @@ BOOL Succeeds(Step step) {
 }  // namespace
 
 HANDLE BeginUpdateResourceA(LPCSTR path, BOOL deleteExisting) {
-    std::unique_ptr<ResourceUpdate> update;
-    const BOOL begun = Succeeds([&] {
+    HANDLE handle = nullptr;
+    Succeeds([&] {
         if (!path) return EINVAL;
-        update = std::make_unique<ResourceUpdate>(path, deleteExisting != FALSE);
-        return update->Begin();
+        auto update = std::make_unique<ResourceUpdate>(path, deleteExisting != FALSE);
+        const int error = update->Begin();
+        if (error == 0) handle = AllOpen().Add(std::move(update));
+        return error;
     });
-    return begun ? update.release() : nullptr;
+    return handle;
 }
 
-BOOL UpdateResourceA(HANDLE update, LPCSTR type, LPCSTR name, WORD language, const void* data,
+BOOL UpdateResourceA(HANDLE handle, LPCSTR type, LPCSTR name, WORD language, const void* data,
                      DWORD size) {
     return Succeeds([&] {
+        ResourceUpdate* const update = AllOpen().Find(handle);
         const ResourceKey key = {ResourceText(type), ResourceText(name), language};
         if (!update || key.type.empty() || key.name.empty()) return EINVAL;
-        return static_cast<ResourceUpdate*>(update)->Put(key, data, size);
+        return update->Put(key, data, size);
     });
 }
 
-BOOL EndUpdateResourceA(HANDLE update, BOOL discard) {
-    const std::unique_ptr<ResourceUpdate> owner(static_cast<ResourceUpdate*>(update));
+BOOL EndUpdateResourceA(HANDLE handle, BOOL discard) {
     return Succeeds([&] {
-        if (!owner) return EINVAL;
-        return discard ? 0 : owner->End();
+        const std::unique_ptr<ResourceUpdate> update = AllOpen().Take(handle);
+        if (!update) return EINVAL;
+        return discard ? 0 : update->End();
     });
 }

@@ -31,13 +31,13 @@ ZTP_API HANDLE BeginUpdateResourceA(LPCSTR path, BOOL deleteExisting);
 /// 0 takes the resource away; data of size 0 at another address is a resource without
 /// bytes. Types and names are texts, or numbers as in `MAKEINTRESOURCEA`. Mind that the
 /// type stands before the name here. False on failure, with a code in the last error:
-/// EINVAL for a null handle, a null or empty text or null data of some size, ENOENT if
+/// EINVAL for no open update, a null or empty text or null data of some size, ENOENT if
 /// what is to be taken away is not there, ENOMEM. The update stays open then.
-ZTP_API BOOL UpdateResourceA(HANDLE update, LPCSTR type, LPCSTR name, WORD language,
+ZTP_API BOOL UpdateResourceA(HANDLE handle, LPCSTR type, LPCSTR name, WORD language,
                              const void* data, DWORD size);
 
 /// Writes the changes, or drops them if `discard` is set, and ends the handle either way;
 /// one that is never ended keeps its memory. False on failure, with a code in the last
-/// error, and the file is as it was: ENOSPC or EFBIG for want of room, or one of the codes
-/// of `BeginUpdateResourceA`.
-ZTP_API BOOL EndUpdateResourceA(HANDLE update, BOOL discard);
+/// error, and the file is as it was: EINVAL for no open update, ENOSPC or EFBIG for want of
+/// room, or one of the codes of `BeginUpdateResourceA`.
+ZTP_API BOOL EndUpdateResourceA(HANDLE handle, BOOL discard);

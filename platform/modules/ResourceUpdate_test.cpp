@@ -27,7 +27,7 @@ std::string Repeated(char letter, std::size_t count) {
 std::size_t EndOfSegments(const std::string& bytes) {
     const Elf64_Ehdr head = HeadOf(bytes);
     std::size_t end = head.e_phoff + head.e_phnum * sizeof(Elf64_Phdr);
-    for (int i = 0; i < head.e_phnum; ++i) {
+    for (std::size_t i = 0; i < head.e_phnum; ++i) {
         Elf64_Phdr segment;
         std::memcpy(&segment, bytes.data() + head.e_phoff + i * sizeof segment, sizeof segment);
         end = std::max<std::size_t>(end, segment.p_offset + segment.p_filesz);
@@ -328,6 +328,10 @@ TEST_F(ResourceUpdate, RefusesBadArguments) {
     EXPECT_EQ(InFile(path, "TABLE", "Gauge"), "stays");
     EXPECT_FALSE(EndUpdateResourceA(nullptr, FALSE));
     EXPECT_EQ(GetLastError(), DWORD{EINVAL});
+    SetLastError(0);
+    EXPECT_FALSE(EndUpdateResourceA(update, FALSE)) << "it has ended";
+    EXPECT_EQ(GetLastError(), DWORD{EINVAL});
+    EXPECT_TRUE(refused(update, "T", "n", "x", 1));
 }
 
 TEST_F(ResourceUpdate, LeavesAModuleThatIsCutOffAnywhereAsItIs) {
@@ -385,6 +389,11 @@ TEST_F(ResourceUpdate, OnAFullDiskLeavesTheOldModule) {
 
 TEST_F(ResourceUpdate, KilledAtAnyMomentLeavesTheOldModuleOrTheNew) {
     const std::string path = CopyWith(Repeated('a', 70'000));
+    using Clock = std::chrono::steady_clock;
+    const auto start = Clock::now();
+    ASSERT_EQ(InChild([&] { return Put(path, "TABLE", "Gauge", Repeated('a', 70'000)) ? 0 : 1; }),
+              0);
+    const auto work = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start);
     std::mt19937 random(5);
     int changed = 0;
     std::string before = InFile(path, "TABLE", "Gauge");
@@ -396,7 +405,8 @@ TEST_F(ResourceUpdate, KilledAtAnyMomentLeavesTheOldModuleOrTheNew) {
                          Repeated(letter, 70'000 + 1000 * static_cast<std::size_t>(letter - 'a'))))
                     _exit(1);
         }
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 12'000));
+        // From the first moment to some updates later.
+        std::this_thread::sleep_for(3 * work * (random() % 1000) / 1000);
         kill(child, SIGKILL);
         int status = 0;
         waitpid(child, &status, 0);
