@@ -61,7 +61,10 @@ public:
     /// @{
 
     /// Adds `p` before the head or behind the tail and returns its position.
-    POSITION Add(T* p, bool bHead) { return bHead ? this->AddHead(p) : this->AddTail(p); }
+    POSITION Add(T* p, bool bHead) {
+        void* const element = p;  // Also where T is a list, whose elements are not meant.
+        return bHead ? this->AddHead(element) : this->AddTail(element);
+    }
 
     /// As `Add`; but with `bUnique` an element that stands in the list already is not added,
     /// and the result is null.
@@ -290,6 +293,11 @@ private:
         return pos != nullptr ? pos : missing;
     }
 
+    // Where a run begins; nowhere in an empty list.
+    POSITION BeginOf(POSITION from) const {
+        return this->IsEmpty() ? nullptr : OrElse(from, this->GetHeadPosition());
+    }
+
     void CutOut(CNode* first, CNode* last);
     void LinkBehindTail(CNode* first, CNode* last);
 };
@@ -303,7 +311,7 @@ void HXPtrListBase2<T>::Copy(const HXPtrListBase2& src, bool bReverse, POSITION 
     const POSITION end = bReverse ? head : tail;
     for (POSITION pos = bReverse ? OrElse(to, tail) : OrElse(from, head); pos != nullptr;) {
         const POSITION here = pos;
-        this->AddTail(src.Next(pos, !bReverse));
+        Add(src.Next(pos, !bReverse), false);
         if (here == last || here == end) return;
     }
 }
@@ -405,7 +413,7 @@ void HXPtrListBase2<T>::MoveCyclic(HXPtrListBase2& src, POSITION from, POSITION 
     const POSITION last = OrElse(to, src.GetTailPosition());
     for (POSITION pos = from; pos != nullptr;) {
         const POSITION here = pos;
-        this->AddTail(src.GetNextCyclic(pos));
+        Add(src.GetNextCyclic(pos), false);
         if (here == last || here == pos) pos = nullptr;
         src.RemoveAt(here);
     }
@@ -495,7 +503,7 @@ template <class T>
 std::int64_t HXPtrListBase2<T>::GetItemCount(POSITION from, POSITION to) const {
     const POSITION last = OrElse(to, this->GetTailPosition());
     std::int64_t count = 0;
-    for (POSITION pos = OrElse(from, this->GetHeadPosition()); pos != nullptr;) {
+    for (POSITION pos = BeginOf(from); pos != nullptr;) {
         GetNext(pos);
         ++count;
         if (pos == last) break;
@@ -506,7 +514,7 @@ std::int64_t HXPtrListBase2<T>::GetItemCount(POSITION from, POSITION to) const {
 template <class T>
 std::int32_t HXPtrListBase2<T>::GetRangeCount(POSITION from, POSITION to) const {
     std::int32_t count = 0;
-    for (POSITION pos = OrElse(from, this->GetHeadPosition()); pos != nullptr;) {
+    for (POSITION pos = BeginOf(from); pos != nullptr;) {
         const POSITION here = pos;
         GetNext(pos);
         ++count;
@@ -533,7 +541,7 @@ bool HXPtrListBase2<T>::IsSameContents(const HXPtrListBase2& other) const {
 
 template <class T>
 bool HXPtrListBase2<T>::IsContiguousSublist(const CPtrList& sub, POSITION start) const {
-    POSITION pos = OrElse(start, this->GetHeadPosition());
+    POSITION pos = BeginOf(start);
     for (void* element : sub) {
         if (pos == nullptr || GetNext(pos) != element) return false;
     }

@@ -175,6 +175,8 @@ TEST_F(HXPtrListBase2Find, ItemCountOfARunThatDoesNotEndGoesToTheEndOfTheList) {
 TEST_F(HXPtrListBase2Find, CountsOfListsOfThreeOneAndNone) {
     EXPECT_EQ(other.GetItemCount(), 0);
     EXPECT_EQ(other.GetRangeCount(), 0);
+    EXPECT_EQ(other.GetItemCount(Place(1), Place(3)), 0);
+    EXPECT_EQ(other.GetRangeCount(Place(1), Place(3)), 0);
     Fill(other, {1});
     EXPECT_EQ(other.GetItemCount(), 1);
     EXPECT_EQ(other.GetRangeCount(), 1);
@@ -250,6 +252,7 @@ TEST_F(HXPtrListBase2Find, SublistOfAnEmptyListIsEmpty) {
     EXPECT_TRUE(other.IsContiguousSublist(sub));
     Fill(sub, {1});
     EXPECT_FALSE(other.IsContiguousSublist(sub));
+    EXPECT_FALSE(other.IsContiguousSublist(sub, Place(0)));
     sub.RemoveAll();
     sub.AddTail(nullptr);
     EXPECT_FALSE(other.IsContiguousSublist(sub));

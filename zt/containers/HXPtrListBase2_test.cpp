@@ -95,6 +95,18 @@ TEST_F(HXPtrListBase2, NullIsUniqueToo) {
     EXPECT_THAT(Numbers(list), ElementsAre(0));
 }
 
+TEST_F(HXPtrListBase2, ListOfListsHoldsTheListsAndNotTheirElements) {
+    Fill(list, {1, 2});
+    ZT::HXPtrListBase2<ItemList> lists;
+    lists.Add(&list, true);
+    lists.AddEx(&other, false, true);
+    ZT::HXPtrListBase2<ItemList> copies;
+    copies.Copy(lists, true);
+    copies.MoveCyclic(lists, lists.GetHeadPosition(), nullptr);
+    EXPECT_THAT(std::vector<ItemList*>(copies.begin(), copies.end()),
+                ElementsAre(&other, &list, &list, &other));
+}
+
 TEST_F(HXPtrListBase2, AppendsTheElementsOfAnyListOfPointers) {
     CPtrList source;
     Fill(source, {3, 4});

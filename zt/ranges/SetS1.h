@@ -56,8 +56,11 @@ public:
     /// which nothing is left is deleted, and of one that is split the second piece follows as a
     /// new arc. `r` stays as it is; it may be a member.
     ///
-    /// An `r` with equal limits, a point or the whole circle, takes nothing away from a member
-    /// that is not full. Subtract a full set to empty this one.
+    /// An `r` with equal limits, a point or the whole circle, takes nothing away from a partial
+    /// member, and makes of a full one the point at these limits, deliberately: to empty the
+    /// set, subtract a full set. An empty `r` takes nothing away from a full member and cuts a
+    /// partial one by the limits that it has kept, deliberately. The flag of `r` goes to the
+    /// arcs that are new.
     void Subtract(const RangeS1& r);
 
     /// Takes each member of `other` away, from its head to its tail. If `other` is full by

@@ -234,6 +234,21 @@ TEST(SetS1, ArcWithEqualLimitsMakesAPointOfAFullMember) {
     EXPECT_THAT(Arcs(set), ElementsAre(IsPartial(zPi, zPi)));
 }
 
+TEST(SetS1, EmptyArcCutsPartialMembersByTheLimitsThatItHasKept) {
+    OwningSet set{RawArc(1, 3), FullArc()};
+    set.Subtract(EmptyArc(1.5, 2));
+    EXPECT_THAT(Arcs(set), ElementsAre(IsPartial(1, 1.5), IsPartial(2, 3), IsCanonicallyFull()));
+}
+
+// Arcs subtract without a look at the flag; the second piece comes back in the subtracted one.
+TEST(SetS1, NewArcHasTheFlagOfTheSubtractedOne) {
+    OwningSet set{RawArc(1, 3)};
+    set.Subtract(ExternalArc(2, 1.5));
+    EXPECT_THAT(Arcs(set), ElementsAre(IsPartial(1, 2), IsPartial(1.5, 3)));
+    EXPECT_FALSE(set.GetHead()->m_bExternal);
+    EXPECT_TRUE(set.GetTail()->m_bExternal);
+}
+
 TEST(SetS1, SubtractedFullSetDestroysAllArcs) {
     int ended = 0;
     OwningSet set;
