@@ -20,13 +20,13 @@ int ListCyclicNT::Remove(POSITION from, POSITION to) {
     if (from == nullptr) return 0;
     if (to == nullptr) to = GetTailPosition();
     int count = 0;
-    for (POSITION pos = from; pos != to; ++count) {
+    for (POSITION pos = from; pos != to && !IsEmpty(); ++count) {
         const POSITION here = pos;
         GetNextCyclic(pos);
         RemoveAt(here);
     }
     // The last one is deliberately not counted.
-    RemoveAt(to);
+    if (!IsEmpty()) RemoveAt(to);
     return count;
 }
 

@@ -33,7 +33,7 @@ public:
     /// list, out of it. A null `to` means the tail. Gives the number of elements taken out
     /// without the last: a run of n gives n - 1, deliberately. 0 for a null `from`.
     ///
-    /// A `to` that is not in the list makes this go on past the end of what there is.
+    /// For a `to` that is not in the list it takes out and counts every element.
     int Remove(POSITION from, POSITION to);
 };
 

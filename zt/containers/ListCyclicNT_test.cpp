@@ -155,6 +155,20 @@ TEST_F(ListCyclicNTTest, RemoveWithoutAnEndGoesToTheTail) {
     EXPECT_THAT(loop.Numbers(), ElementsAre(1));
 }
 
+TEST_F(ListCyclicNTTest, RemoveOfOneElementCountsNone) {
+    EXPECT_EQ(loop.Remove(at[2], at[2]), 0);
+    EXPECT_THAT(loop.Numbers(), ElementsAre(1, 2, 4, 5, 6));
+}
+
+TEST_F(ListCyclicNTTest, RemoveToAForeignPositionTakesEverything) {
+    Loop other;
+    other.Fill(1);
+    EXPECT_EQ(loop.Remove(at[3], other.GetHeadPosition()), 6);
+    EXPECT_TRUE(loop.IsEmpty());
+    EXPECT_EQ(other.GetCount(), 1);
+    EXPECT_TRUE(other.IsSound());
+}
+
 TEST_F(ListCyclicNTTest, RemoveFromNullTakesNothing) {
     EXPECT_EQ(loop.Remove(nullptr, at[3]), 0);
     EXPECT_EQ(loop.Remove(nullptr, nullptr), 0);

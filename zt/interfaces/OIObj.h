@@ -21,6 +21,10 @@ public:
     /// Releases the owner, if there is one.
     ~OIObj() override;
 
+    /// Null and `E_NOINTERFACE` for every identifier, that of `IUnknown` included; a null `ppv`
+    /// gives `DISP_E_PARAMNOTOPTIONAL`. Derived classes answer with their interfaces.
+    HRESULT QueryInterface(const GUID& iid, void** ppv) override;
+
     /// Stores the owner and adds a reference to it, unless it is null. A previous owner is
     /// deliberately not released.
     void AttachOwner(IUnknown* p);

@@ -30,9 +30,13 @@ TEST(OIObjTest, StartsAtOneWithoutOwner) {
 
 TEST(OIObjTest, HasNoInterface) {
     OIObj object;
-    void* found = &object;
-    EXPECT_EQ(object.QueryInterface(IID_IUnknown, &found), E_NOINTERFACE);
-    EXPECT_EQ(found, nullptr);
+    for (const IID& id : {IID_IUnknown, testing_support::IID_ICounted}) {
+        void* found = &object;
+        EXPECT_EQ(object.QueryInterface(id, &found), E_NOINTERFACE);
+        EXPECT_EQ(found, nullptr);
+        EXPECT_EQ(object.QueryInterface(id, nullptr), DISP_E_PARAMNOTOPTIONAL);
+    }
+    EXPECT_EQ(object.GetRef(), 1u);
 }
 
 TEST(OIObjTest, KeepsTheTableOfTheRoot) {
