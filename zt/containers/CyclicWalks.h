@@ -42,7 +42,9 @@ E Next(const Chain<E, A>& list, POSITION& pos, bool bForward) {
 template <class E, class A>
 E NextRound(const Chain<E, A>& list, POSITION& pos) {
     E element = list.GetNext(pos);
-    if (pos == nullptr) pos = list.GetHeadPosition();
+    // A branch: a choice without one would hold up the walk at every step.
+    if (pos == nullptr) [[unlikely]]
+        pos = list.GetHeadPosition();
     return element;
 }
 
@@ -57,7 +59,8 @@ E GetNextCyclic(const Chain<E, A>& list, POSITION& pos) {
 template <class E, class A>
 E GetPrevCyclic(const Chain<E, A>& list, POSITION& pos) {
     E element = list.GetPrev(pos);
-    if (pos == nullptr) pos = list.GetTailPosition();
+    if (pos == nullptr) [[unlikely]]
+        pos = list.GetTailPosition();
     return element;
 }
 
