@@ -243,6 +243,14 @@ TEST(BufferCoincidence, RowsWithoutBytesDifferFromOthers) {
     EXPECT_EQ(blockless.GetCountCoinsidingRows(a, 0), 0u);
 }
 
+TEST(BufferCoincidence, RowsWithoutASizeAreEqual) {
+    BufferBase a, b;
+    a.m_nCount = 5;
+    b.m_nCount = 3;
+    EXPECT_EQ(a.GetCountCoinsidingRows(b, 1), 2u);
+    EXPECT_TRUE(a.IsOverlapping(b));
+}
+
 // Joining.
 
 TEST(BufferMerge, AppendsAllRowsAndGivesTheFirstOfThem) {
