@@ -28,14 +28,7 @@ bool HXVoidPtrList::CheckDuplicates(const CPtrList* pList) {
 }
 
 bool HXVoidPtrList::FindDuplicates(const CPtrList* pList, POSITION* pair) {
-    for (auto element = pList->begin(); element != pList->end(); ++element) {
-        const POSITION twin = pList->Find(*element, element.Position());
-        if (twin == nullptr) continue;
-        pair[0] = element.Position();
-        pair[1] = twin;
-        return true;
-    }
-    return false;
+    return CyclicWalks::FindDuplicates(*pList, pair[0], pair[1]);
 }
 
 bool HXVoidPtrList::IsInRangeCyclic(POSITION pos, POSITION, POSITION to) {

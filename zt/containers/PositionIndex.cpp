@@ -1,14 +1,11 @@
 #include <zt/containers/PositionIndex.h>
 
+#include <zt/containers/CyclicWalks.h>
+
 namespace ZT {
 
 int glcPosnToIndexNoType(const CPtrList* pList, POSITION pos) {
-    int index = 0;
-    for (POSITION here = pList->GetHeadPosition(); here != nullptr; ++index) {
-        if (here == pos) return index;
-        pList->GetNext(here);
-    }
-    return -1;
+    return static_cast<int>(CyclicWalks::IndexOf(*pList, pos));
 }
 
 }  // namespace ZT
