@@ -1,4 +1,4 @@
-# The installed copy: libraries, headers, a CMake package and a pkg-config file.
+# The installed copy: libraries, tools, headers, a CMake package and a pkg-config file.
 
 include(CMakePackageConfigHelpers)
 
@@ -20,6 +20,7 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/ztbr64v5ConfigVersion.cm
   COMPATIBILITY SameMajorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/ztbr64v5Config.cmake"
               "${PROJECT_BINARY_DIR}/ztbr64v5ConfigVersion.cmake"
+              "${CMAKE_CURRENT_LIST_DIR}/ZtResources.cmake"
         DESTINATION "${package_dir}")
 
 configure_file("${CMAKE_CURRENT_LIST_DIR}/ztbr64v5.pc.in"
