@@ -3,7 +3,7 @@
 #include <cstdio>
 
 // Touches every library and every layer that an installed copy has: an inline
-// test, an exported operation, a string, and a document.
+// test, an exported operation, a string, a document, and a resource of its own.
 int main() {
     ZT::InitBedrockDll();
 
@@ -22,7 +22,12 @@ int main() {
     cut.PersistXML(cursor);
     cursor.PopElement(false);
 
+    unsigned int size = 0;
+    const unsigned char* const title = ZT::ResourceManager::LoadResource("Title", "TEXT", size);
+    if (!title) return 1;
+
     const CString text = document->xml();
-    std::puts(text.GetString());
+    std::printf("%.*s: %s\n", static_cast<int>(size), reinterpret_cast<const char*>(title),
+                text.GetString());
     return text == "<Stock><Rg>0 30</Rg><Rg>45 120</Rg></Stock>" ? 0 : 1;
 }
