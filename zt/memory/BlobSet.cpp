@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 
+template class Collections::ElementArray<ZT::HXBlob, ZT::HXBlob>;
 template class CArray<ZT::HXBlob, ZT::HXBlob>;
 
 namespace ZT {

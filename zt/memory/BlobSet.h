@@ -7,6 +7,7 @@
 #include <zt/memory/BlobSetPtr.h>
 #include <zt/memory/HXBlob.h>
 
+extern template class ZT_API Collections::ElementArray<ZT::HXBlob, ZT::HXBlob>;
 extern template class ZT_API CArray<ZT::HXBlob, ZT::HXBlob>;
 
 namespace ZT {

@@ -84,10 +84,18 @@ void PutInside(const HXBitArray& bits, const unsigned char* end, std::int64_t pl
     *byte = static_cast<unsigned char>((*byte & HXBitArray::ConstructHoleByte(i)) | flag);
 }
 
+// Whether every bit goes to its own place, and the order in which they go does not show.
+bool IsPlainCopy(const HXBlob& to, const HXBlob& from) {
+    constexpr ulong exact = (ulong{1} << 24) / 8;
+    return from.m_nSize == to.m_nSize && to.m_nSize <= exact && !to.In(from.m_pData) &&
+           !from.In(to.m_pData);
+}
+
 }  // namespace
 
 void HXBlob::Inject(const HXBlob& o) {
     if (Held() == 0 || o.Held() == 0 || o.m_nSize > m_nSize) return;
+    if (IsPlainCopy(*this, o)) return CopyData(o);
     const HXBitArray bits = GetBits();
     const HXBitArray spread = o.GetBits();
     const unsigned char* const end = GetEnd();

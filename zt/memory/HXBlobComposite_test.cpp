@@ -220,6 +220,16 @@ TEST(HXBlobInject, BrokenRatioRoundsThePlacesDown) {
     EXPECT_EQ(Injected("\x00\x00\x00"s, "\x00\x80"s), "\x00\x00\x40"s);
 }
 
+TEST(HXBlobInject, BlobsThatOverlapSeeEachOthersBits) {
+    // Bit by bit, the first byte goes on and on.
+    std::string bytes = "abcd";
+    HXBlob(3u, AddressIn(bytes, 1)).Inject(HXBlob(3u, AddressIn(bytes)));
+    EXPECT_EQ(bytes, "aaaa");
+    bytes = "abcd";
+    HXBlob(3u, AddressIn(bytes)).Inject(HXBlob(3u, AddressIn(bytes, 1)));
+    EXPECT_EQ(bytes, "bcdd");
+}
+
 TEST(HXBlobInject, NothingFromAnEmptyOrALargerBlob) {
     EXPECT_EQ(Injected("\xAB"s, ""s), "\xAB"s);
     EXPECT_EQ(Injected("\xAB"s, "\x00\x00"s), "\xAB"s);

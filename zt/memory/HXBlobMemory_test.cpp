@@ -94,7 +94,7 @@ TEST(HXBlobMemory, WhatMakesAnotherBlockLeavesTheBlobAsItWas) {
 }
 
 TEST(HXBlobMemory, FalseSizeInAnArchiveClaimsNoMoreThanAFixedAmount) {
-    const NoMemory limit(std::size_t{1} << 24);
+    const NoMemory limit(std::size_t{1} << 20);
     for (const std::string& size : {"\xFF\xFF\xFF\xFF"s, "\0\0\0\x80"s, "\0\0\0\x01"s}) {
         HXBlob blob;
         const auto load = [&](CArchive& ar) { blob.Serialize(ar); };

@@ -55,7 +55,7 @@ bool HXBlob::PersistXML(PCExBase& pc) {
 bool HXBlob::DecodeDigits(const CString& digits) {
     const ulong size = m_nSize;
     Reset();
-    if (size > static_cast<std::size_t>(digits.GetLength()) / 2 + memory::kBytesOnTrust)
+    if (size > static_cast<std::size_t>(digits.GetLength()) / 2 + memory::kMissingBytes)
         AfxThrowMemoryException();
     Renew(size);
     Decode(digits, m_pData, size);

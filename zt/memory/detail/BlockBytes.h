@@ -15,9 +15,11 @@ namespace ZT::memory {
 /// Bytes of the size in front of an image and of the inner bytes of a composite.
 inline constexpr ulong kPrefixBytes = sizeof(ulong);
 
-/// Memory that may be claimed on the word of a file, before it has shown that it has the
-/// bytes.
-inline constexpr std::size_t kBytesOnTrust = std::size_t{1} << 24;
+/// Memory that an archive may claim by a size, before it has shown that it has the bytes.
+inline constexpr std::size_t kBytesOnTrust = std::size_t{1} << 20;
+
+/// Bytes that a document may claim without having digits for them.
+inline constexpr std::size_t kMissingBytes = std::size_t{1} << 24;
 
 /// A block without defined values, or the memory exception.
 inline unsigned char* NewBytes(ulong n) {
