@@ -3,12 +3,14 @@
 #include <platform/object/CMemoryException.h>
 #include <tests/FailingNew.h>
 #include <zt/memory/BufferBase.h>
+#include <zt/memory/HXBlob.h>
 #include <zt/persist/PCExBase.h>
 #include <zt/ranges/RangeR1.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -104,10 +106,29 @@ void ReadRows(PCExBase& cursor) {
     if (!copy.IsSame(rows)) std::abort();
 }
 
+/// Loads a block of bytes, reads it, and stores it by its text.
+void ReadBlob(PCExBase& cursor) {
+    HXBlob blob;
+    try {
+        blob.PersistXML(cursor);
+    } catch (CMemoryException* e) {
+        e->Delete();
+        if (blob.m_nSize != 0 || blob.m_pData) std::abort();
+    }
+    HXBlob copy;
+    if (blob.IsValid()) {
+        if (!copy.StringToBinary(blob.ToCString()) || !copy.IsSameData(blob)) std::abort();
+        if (std::memcmp(copy.m_pData, blob.m_pData, blob.m_nSize) != 0) std::abort();
+    }
+    copy.Delete();
+    blob.Delete();
+}
+
 /// Reads the current element, and with it as many levels below it as `depth` says. The
 /// tags are those of the document's own elements.
 void ReadElement(PCExBase& cursor, int depth) {
     ReadRows(cursor);
+    ReadBlob(cursor);
     std::vector<CString> names = {"Rg", "Co"};
     for (IXMLDOMNodePtr node = cursor.GetCurElem()->firstChild(); node && names.size() < 8;
          node = node->nextSibling())
