@@ -1,11 +1,106 @@
 #include <zt/ranges/SetR1.h>
 
+#include <algorithm>
+#include <bit>
+#include <limits>
+
 template class Collections::ElementArray<ZT::RangeR1, const ZT::RangeR1&>;
 template class CArray<ZT::RangeR1, const ZT::RangeR1&>;
 
 namespace ZT {
 
 namespace {
+
+// Searches go through the members in their order, since a set may be out of order; what makes
+// them quick is that they pass over a block of members at a time.
+constexpr INT_PTR kBlock = 8;
+
+// Both limits of a range, the lower one in the first half.
+__m128d LimitsOf(const RangeR1& r) {
+    return _mm_loadu_pd(&r.m_min);
+}
+
+// The extreme lower and the extreme upper limits of a block, as `pick` chooses from two numbers.
+// It gives the second if the first is a NaN, so that NaN limits do not count.
+template <class Pick>
+__m128d ExtremeLimits(const RangeR1* block, double least, Pick pick) {
+    const __m128d start = _mm_set1_pd(least);
+    const auto ofTwo = [&](INT_PTR i) {
+        return pick(LimitsOf(block[i]), pick(LimitsOf(block[i + 1]), start));
+    };
+    static_assert(kBlock == 8);
+    return pick(pick(ofTwo(0), ofTwo(2)), pick(ofTwo(4), ofTwo(6)));
+}
+
+__m128d LargestLimits(const RangeR1* block) {
+    return ExtremeLimits(block, -std::numeric_limits<double>::infinity(),
+                         [](__m128d a, __m128d b) { return _mm_max_pd(a, b); });
+}
+
+__m128d SmallestLimits(const RangeR1* block) {
+    return ExtremeLimits(block, std::numeric_limits<double>::infinity(),
+                         [](__m128d a, __m128d b) { return _mm_min_pd(a, b); });
+}
+
+double SecondHalf(__m128d pair) {
+    return _mm_cvtsd_f64(_mm_unpackhi_pd(pair, pair));
+}
+
+bool AnyExternal(const RangeR1* block) {
+    bool any = false;
+    for (INT_PTR i = 0; i < kBlock; ++i) any |= block[i].m_bExternal;
+    return any;
+}
+
+// Whether no member of a block holds x by `RangeR1::In`, since all lie below it. A limit that is
+// moved by the tolerance keeps its order among the others, so the extreme one speaks for all.
+bool AllBelow(const RangeR1* block, double x) {
+    const __m128d ends = _mm_add_pd(LargestLimits(block), _mm_set1_pd(zToler));
+    const int below = _mm_movemask_pd(_mm_cmplt_pd(ends, _mm_set1_pd(x)));
+    return below - int{AnyExternal(block)} == 3;
+}
+
+// The same where all lie above it.
+bool AllAbove(const RangeR1* block, double x) {
+    const __m128d starts = _mm_sub_pd(SmallestLimits(block), _mm_set1_pd(zToler));
+    const int above = _mm_movemask_pd(_mm_cmpgt_pd(starts, _mm_set1_pd(x)));
+    return above - int{AnyExternal(block)} == 3;
+}
+
+// The first of some members that holds x, or their end.
+const RangeR1* FindOneByOne(const RangeR1* at, const RangeR1* end, double x) {
+    while (at != end && !at->In(x, zToler)) ++at;
+    return at;
+}
+
+// Which of two members hold x by `RangeR1::In` if neither is external: bit i for member i.
+int HoldersAmongTwo(const RangeR1* two, __m128d x) {
+    const __m128d first = LimitsOf(two[0]);
+    const __m128d second = LimitsOf(two[1]);
+    const __m128d lower = _mm_unpacklo_pd(first, second);
+    const __m128d upper = _mm_unpackhi_pd(first, second);
+    const __m128d tolerance = _mm_set1_pd(zToler);
+    const __m128d lowest = _mm_sub_pd(_mm_min_pd(upper, lower), tolerance);
+    const __m128d highest = _mm_add_pd(_mm_max_pd(upper, lower), tolerance);
+    return _mm_movemask_pd(_mm_and_pd(_mm_cmpge_pd(x, lowest), _mm_cmpge_pd(highest, x)));
+}
+
+// The first member of a block that holds x, or its end. All are asked without a branch, since
+// where the first one stands is not foreseeable.
+const RangeR1* FindInBlock(const RangeR1* block, double x) {
+    if (AnyExternal(block)) return FindOneByOne(block, block + kBlock, x);
+    const __m128d both = _mm_set1_pd(x);
+    int holders = 1 << kBlock;
+    for (INT_PTR i = 0; i < kBlock; i += 2) holders |= HoldersAmongTwo(block + i, both) << i;
+    return block + std::countr_zero(static_cast<unsigned>(holders));
+}
+
+// The first of the blocks from `at` on for which `passes` is false, or what is left behind them.
+template <class Passes>
+const RangeR1* PassBlocks(const RangeR1* at, const RangeR1* end, Passes passes) {
+    while (end - at >= kBlock && passes(at)) at += kBlock;
+    return at;
+}
 
 // The best point so far in a search over several sets.
 struct Least {
@@ -64,17 +159,28 @@ void SetR1::GetBounds(RangeR1& out) const {
 }
 
 int SetR1::FindRange(double x) const {
-    for (INT_PTR i = 0; i < GetSize(); ++i) {
-        if (m_pData[i].In(x, zToler)) return static_cast<int>(i);
+    const RangeR1* const last = end();
+    const RangeR1* at = begin();
+    while (last - at >= kBlock) {
+        at = PassBlocks(at, last, [x](const RangeR1* block) { return AllBelow(block, x); });
+        if (last - at < kBlock) break;
+        const RangeR1* const blockEnd = at + kBlock;
+        at = FindInBlock(at, x);
+        if (at != blockEnd) return static_cast<int>(at - begin());
+        at = PassBlocks(at, last, [x](const RangeR1* block) { return AllAbove(block, x); });
     }
-    return -1;
+    at = FindOneByOne(at, last, x);
+    return at == last ? -1 : static_cast<int>(at - begin());
 }
 
 // The index of the first member from `from` on that ends at or above `x`; the size if none does.
 INT_PTR SetR1::FirstEndingFrom(double x, INT_PTR from) const {
-    INT_PTR i = from;
-    while (i < GetSize() && !(m_pData[i].m_max >= x)) ++i;
-    return i;
+    const RangeR1* const last = end();
+    const RangeR1* at = PassBlocks(begin() + from, last, [x](const RangeR1* block) {
+        return !(SecondHalf(LargestLimits(block)) >= x);
+    });
+    while (at != last && !(at->m_max >= x)) ++at;
+    return at - begin();
 }
 
 int SetR1::FindPrevRange(double x, bool* pIn) const {

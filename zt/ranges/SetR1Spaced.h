@@ -30,8 +30,13 @@ public:
     /// an empty row.
     int GetCenter() const;
 
-    /// Pushes items that overlap apart until they touch. Lengths stay; gaps take up what is pushed
-    /// into them.
+    /// Pushes items that overlap apart until they touch. Lengths stay, and gaps take up what is
+    /// pushed into them.
+    ///
+    /// An item that overlaps the next one first moves back into what gap is left between it and
+    /// the central item. That gap need not lie directly behind it: an item that stays where it is
+    /// passes it on, and is then overlapped by the one that moves back, deliberately. In a row
+    /// where every item meets the next there is no such gap, and nothing overlaps afterwards.
     void Arrange();
 
     /// Pushes items apart until neighbours are `spacing` from end to end, or farther. Each is
@@ -54,8 +59,8 @@ public:
     /// moves nothing; a negative one raises the invalid-argument exception.
     ///
     /// A negative `d` is a gap behind the item. If the item overlaps the next one it moves back
-    /// into that gap, by the smaller of the two amounts. The result does not know about that
-    /// move, deliberately.
+    /// into that gap, by the smaller of the two amounts; otherwise it stays. The result is the
+    /// same whether it moves or stays, deliberately.
     double PushSingleRange(int i, bool bLower, double d);
 
 private:

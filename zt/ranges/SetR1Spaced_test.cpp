@@ -109,6 +109,13 @@ TEST(SetR1Spaced, ArrangeMovesAnItemBackIntoTheGapTowardsTheCentre) {
         Is({{-4.75, -3.0}, {-3.0, -1.0}, {-1.0, 0.0}, {9.0, 10.0}, {11.0, 12.0}}));
 }
 
+TEST(SetR1Spaced, ArrangeCarriesAGapOnOverAnItemThatTouchesTheNext) {
+    // Item 4 moves back by the gap of 0.5 behind item 3, into item 3, which has not moved.
+    EXPECT_THAT(Arranged(Items(
+                    {{-9.0, -8.0}, {-7.0, -6.0}, {0.0, 1.0}, {1.5, 2.0}, {2.0, 3.0}, {2.0, 4.0}})),
+                Is({{-9.0, -8.0}, {-7.0, -6.0}, {0.0, 1.0}, {1.5, 2.0}, {1.5, 2.5}, {2.5, 4.5}}));
+}
+
 TEST(SetR1Spaced, ArrangeWithASpacing) {
     // Longer by 1 each, the items are [-0.5, 2.5], [0.5, 3.5], [1.5, 4.5]; pushed apart,
     // [-2.5, 0.5], [0.5, 3.5], [3.5, 6.5].
