@@ -22,6 +22,9 @@ if(ZT_S2_LIBRARY AND ZT_S2_INCLUDE AND absl_FOUND)
 endif()
 zt_peer(S2 "${zt_s2_found}" "${ZT_S2_LIBRARY}")
 
+find_path(ZT_BOOST_ICL_INCLUDE boost/icl/interval_set.hpp)
+zt_peer(BOOST_ICL "${ZT_BOOST_ICL_INCLUDE}")
+
 find_package(tinyxml2 QUIET)
 zt_peer(TINYXML2 "${tinyxml2_FOUND}" tinyxml2::tinyxml2)
 
