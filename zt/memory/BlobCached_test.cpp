@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <platform/com/SafeArray.h>
 #include <platform/files/CFile.h>
 #include <platform/files/CMemFile.h>
 #include <tests/Raises.h>
@@ -14,6 +15,8 @@
 #include <zt/persist/Cursor_test.hpp>
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -197,6 +200,14 @@ TEST_F(Cached, LoadingBackKeepsTheBlobCached) {
     ExpectNothingInMemory(blob);
 }
 
+TEST_F(Cached, SizeIsTheLow32BitsOfTheFiles) {
+    BlobCached blob;
+    Fill(blob);
+    std::filesystem::resize_file(temporary.OnlyFile(), (std::uintmax_t{1} << 32) + 3);
+    EXPECT_EQ(blob.GetSize(), 3u);
+    EXPECT_EQ(Read(blob, 3), large.substr(0, 3));
+}
+
 TEST_F(Cached, LoadingBackWhatIsNotCachedDoesNothing) {
     BlobCached blob;
     blob.Copy(Naming(small));
@@ -212,6 +223,22 @@ TEST_F(Cached, BaseOperationsSeeWhatIsInMemory) {
     EXPECT_TRUE(blob.ToCString().IsEmpty());
     EXPECT_FALSE(blob.IsValid());
     EXPECT_EQ(Stored([&](CArchive& ar) { blob.Serialize(ar); }), "\0\0\0\0"s);
+}
+
+TEST_F(Cached, ArrayOfBytesNeedsThemInMemory) {
+    BlobCached blob;
+    Fill(blob);
+    SAFEARRAY* without = nullptr;
+    EXPECT_TRUE(blob.CopyTo(&without));
+    EXPECT_EQ(without->rgsabound[0].cElements, 0u);
+    SafeArrayDestroy(without);
+    blob.LoadCache();
+    SAFEARRAY* with = nullptr;
+    EXPECT_TRUE(blob.CopyTo(&with));
+    ASSERT_EQ(with->rgsabound[0].cElements, 10001u);
+    EXPECT_EQ(std::memcmp(with->pvData, large.data(), 10001), 0);
+    SafeArrayDestroy(with);
+    ExpectNothingInMemory(blob);
 }
 
 TEST_F(Cached, DestructorRemovesTheFile) {

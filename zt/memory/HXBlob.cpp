@@ -180,7 +180,8 @@ bool HXBlob::CopyTo(tagSAFEARRAY** pp) const {
     *pp = SafeArrayCreate(VT_UI1, 1, &bound);
     if (!*pp) return false;
     const ArrayLock lock(*pp);
-    CopyDataTo(static_cast<unsigned char*>((*pp)->pvData));
+    // An array without elements has no room even for a derived class that has bytes elsewhere.
+    CopyDataTo(m_nSize == 0 ? nullptr : static_cast<unsigned char*>((*pp)->pvData));
     return true;
 }
 

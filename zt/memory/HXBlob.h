@@ -115,9 +115,10 @@ public:
         return *this;
     }
 
-    /// Forgets size, block and flag, freeing nothing.
+    /// Clears size, block and flag, freeing nothing: for fields that were never made.
     void Construct() noexcept {
-        Reset();
+        m_nSize = 0;
+        m_pData = nullptr;
         m_bAutoDelete = false;
     }
 
@@ -255,7 +256,8 @@ public:
     /// Makes an array of bytes, which the caller ends with `SafeArrayDestroy`, with as many
     /// elements as `m_nSize` says and the bytes that the virtual `CopyDataTo` gives. False,
     /// with null in `*pp`, without memory for it; false for a null `pp`. What `*pp` held is not
-    /// freed. A derived class whose bytes are elsewhere must bring them into memory first.
+    /// freed. A derived class whose bytes are elsewhere must bring them into memory first,
+    /// or the array has no elements.
     bool CopyTo(tagSAFEARRAY** pp) const;
 
     /// @}
@@ -419,7 +421,8 @@ public:
     /// block and reads into a new one.
     ///
     /// A record that the archive does not hold whole raises the archive exception with the
-    /// cause `endOfFile`; the blob is then empty. A false size claims no more memory than the
+    /// cause `endOfFile`; the blob is then empty, or unchanged if not even the size is there. A
+    /// false size claims no more memory than the
     /// archive has bytes, and a fixed amount.
     void Serialize(CArchive& ar);
 

@@ -10,7 +10,9 @@
 #include <zt/memory/Blob_test.hpp>
 #include <zt/memory/TempDirectory_test.hpp>
 
+#include <cstdint>
 #include <filesystem>
+#include <memory>
 
 namespace ZT {
 namespace {
@@ -83,6 +85,32 @@ TEST_F(HXBlobFile, ReadFailureRaisesTheFilesExceptionAndFreesNothingTwice) {
     Own kept("old"s);
     EXPECT_TRUE(Raises<CFileException>([&] { kept.Read(closed); }));
     EXPECT_EQ(Bytes(kept), "old");
+}
+
+TEST_F(HXBlobFile, LengthCountsWithItsLow32Bits) {
+    MakeFile(path, "abcdef");
+    std::filesystem::resize_file(path, (std::uintmax_t{1} << 32) + 3);
+    Own blob;
+    EXPECT_TRUE(blob.Read(name));
+    EXPECT_EQ(Bytes(blob), "abc");
+}
+
+TEST_F(HXBlobFile, IsReadAndWrittenInOnePiece) {
+    struct Counting : CMemFile {
+        UINT Read(void* to, UINT n) override { return ++reads, CMemFile::Read(to, n); }
+        void Write(const void* from, UINT n) override { ++writes, CMemFile::Write(from, n); }
+        int reads = 0;
+        int writes = 0;
+    };
+    std::string bytes = Pattern(100000);
+    Counting file;
+    EXPECT_TRUE(Naming(bytes).Write(file));
+    EXPECT_EQ(file.writes, 1);
+    file.SeekToBegin();
+    Own blob;
+    EXPECT_EQ(blob.Read(file), 100000);
+    EXPECT_EQ(file.reads, 1);
+    EXPECT_TRUE(Bytes(blob) == bytes);
 }
 
 TEST_F(HXBlobFile, CountReplacesTheLengthOfTheFile) {
