@@ -1,5 +1,5 @@
+#include <platform/base/LargePages.h>
 #include <platform/text/LargeBlock.h>
-#include <sys/mman.h>
 
 #include <cstdlib>
 
@@ -13,8 +13,7 @@ void* AllocateLargeBlock(std::size_t bytes) noexcept {
     if (bytes > static_cast<std::size_t>(-1) - kLargePage) return nullptr;
     const std::size_t whole_pages = (bytes + kLargePage - 1) / kLargePage * kLargePage;
     void* block = std::aligned_alloc(kLargePage, whole_pages);
-    // Advice only: without large pages the block is as good, and slower to fill.
-    if (block != nullptr) madvise(block, whole_pages, MADV_HUGEPAGE);
+    if (block != nullptr) PreferLargePages(block, whole_pages);
     return block;
 }
 

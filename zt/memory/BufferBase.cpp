@@ -1,5 +1,6 @@
 #include <zt/memory/BufferBase.h>
 
+#include <platform/base/LargePages.h>
 #include <platform/object/Allocation.h>
 #include <sibling/BufferBase.h>
 
@@ -10,9 +11,15 @@ namespace ZT {
 
 namespace {
 
+// From this many bytes on, a block is worth large pages.
+constexpr ulong kLargeBlock = ulong{8} << 20;
+
 // No bytes need no block.
 unsigned char* NewBlock(ulong size) {
-    return size != 0 ? AfxNewArray<unsigned char>(size) : nullptr;
+    if (size == 0) return nullptr;
+    unsigned char* const block = AfxNewArray<unsigned char>(size);
+    if (size >= kLargeBlock) PreferLargePages(block, size);
+    return block;
 }
 
 void CopyBytes(unsigned char* to, const unsigned char* from, std::size_t size) {
