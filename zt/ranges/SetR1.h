@@ -107,6 +107,9 @@ public:
     /// The index of the first member that holds `x`, borders and tolerance included; -1 if none
     /// does. An external member holds what lies outside of its limits. An empty one is asked like
     /// any other, and the canonical empty range holds every number by `RangeR1::In`.
+    ///
+    /// The set may be out of order, so that all members up to the answer are asked: the time is
+    /// in proportion to their number.
     int FindRange(double x) const;
 
     /// The index of the first member that ends at or above `x`, to the bit: the one that holds
