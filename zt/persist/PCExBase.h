@@ -322,9 +322,10 @@ public:
     void PersistDWORD(const char* name, uint64& v, bool);
     /// A missing element empties the string. `bChild` counts on loading only.
     void PersistString(const char* name, CString& s, bool bChild);
-    /// Three numbers in an element "Co".
+    /// Three numbers in an element "Co". A null pointer is ignored in both directions and
+    /// leaves `m_nChildIndex` as it is.
     void PersistColor(float* rgb);
-    /// Four numbers in an element "Co".
+    /// The same with four numbers.
     void PersistColor4(float* rgba);
     /// `n` numbers; null if nothing was stored, or if `ReadData` gives null. `bChild` counts
     /// on loading only, here and below.
@@ -337,13 +338,21 @@ public:
     /// no number; an older array is not freed. A blank text sets `n` to 0 and leaves `p`.
     /// `m_nChildIndex` is not looked at.
     void PersistDataIntAuto(const char* name, int*& p, ulong& n, bool bChild);
-    /// All numbers of an array, which loading sizes by `HXString::CountWords`: every plus sign
-    /// in the text ("1e+06") adds an entry at the end, which stays zero if it is new. With
-    /// `bChild` unset the text of the current element gives the size, while the values come
-    /// from a child called `name`. `m_nChildIndex` selects the child for the size alone; the
-    /// values come from the first one. A missing element empties the array.
+    /// All numbers of an array, which loading sizes by `HXString::CountWords`. A plus sign
+    /// between two characters of a number ("1e+06"), and any other separator of words in that
+    /// place ("1,5"), adds an entry at the end, which stays zero if it is new; a sign in front
+    /// of a number adds none. A missing element empties the array.
+    ///
+    /// With `bChild` set the size and the values come from the child called `name`. A
+    /// `m_nChildIndex` selects the child for the size alone and is used up by that; the
+    /// values come from the first one.
+    ///
+    /// With `bChild` unset the text of the current element gives the size, but the values
+    /// still come from a child called `name`; it is that child which `m_nChildIndex`, used up
+    /// by then, selects.
     void PersistArrayDouble(const char* name, CArray<double, double>& a, bool bChild);
-    /// As `PersistArrayDouble`.
+    /// As `PersistArrayDouble`, but the values come from the first child called `name` in
+    /// every case: with `bChild` unset `m_nChildIndex` is not looked at and stays.
     void PersistArrayInt(const char* name, CArray<int, int>& a, bool bChild);
     /// @}
 

@@ -67,11 +67,11 @@ void PCExBase::PersistString(const char* name, CString& s, bool bChild) {
 }
 
 void PCExBase::PersistColor(float* rgb) {
-    PersistDataFloat(kColor, rgb, 3, true);
+    if (rgb) PersistDataFloat(kColor, rgb, 3, true);
 }
 
 void PCExBase::PersistColor4(float* rgba) {
-    PersistDataFloat(kColor, rgba, 4, true);
+    if (rgba) PersistDataFloat(kColor, rgba, 4, true);
 }
 
 IXMLDOMElementPtr PCExBase::PersistData(const char* name, double* p, ulong n, bool bChild) {

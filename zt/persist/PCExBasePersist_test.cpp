@@ -256,6 +256,18 @@ TEST_F(PCExBasePersist, ColorsTakeAsManyValuesAsThereAre) {
     cursor->PersistColor4(nullptr);
 }
 
+TEST_F(PCExBasePersist, ANullColorLeavesTheChildIndex) {
+    Load("<R><Co>1</Co><Co>2</Co></R>");
+    cursor->m_nChildIndex = 1;
+    cursor->PersistColor(nullptr);
+    EXPECT_EQ(cursor->m_nChildIndex, 1);
+    cursor->PersistColor4(nullptr);
+    EXPECT_EQ(cursor->m_nChildIndex, 1);
+    float color[] = {9, 9, 9};
+    cursor->PersistColor(color);
+    EXPECT_THAT(color, ElementsAre(2, 9, 9));
+}
+
 TEST_F(PCExBasePersist, AMissingColorLeavesTheValues) {
     Load("<R/>");
     float color[] = {9, 9, 9, 9};
@@ -436,6 +448,20 @@ TEST_F(PCExBasePersist, ALargeNumberLengthensALoadedArrayByOneEntryEach) {
     EXPECT_THAT(LoadedInts({}, "X", true), ElementsAre(1, 2, 0));
 }
 
+TEST_F(PCExBasePersist, ASignInFrontOfANumberLengthensNoArray) {
+    LoadX("+5 +6");
+    EXPECT_THAT(LoadedInts({}, "X", true), ElementsAre(5, 6));
+    EXPECT_THAT(LoadedDoubles({}, "X", true), ElementsAre(5, 6));
+}
+
+TEST_F(PCExBasePersist, EverySeparatorInsideANumberLengthensAnArray) {
+    LoadX("1,5 2");
+    EXPECT_THAT(LoadedDoubles({}, "X", true), ElementsAre(1, 2, 0));
+    EXPECT_THAT(LoadedInts({}, "X", true), ElementsAre(1, 2, 0));
+    LoadX("1:5 2");
+    EXPECT_THAT(LoadedInts({}, "X", true), ElementsAre(1, 2, 0));
+}
+
 TEST_F(PCExBasePersist, AnEntryThatTheReadGivesNoValueKeepsWhatItHeld) {
     LoadX("1e+06 2");
     EXPECT_THAT(LoadedDoubles({7, 7, 7, 7}, "X", true), ElementsAre(1000000, 2, 7));
@@ -471,6 +497,15 @@ TEST_F(PCExBasePersist, TheChildIndexOfAnArrayIsUsedUpByItsSize) {
     EXPECT_EQ(cursor->m_nChildIndex, 0);
     cursor->m_nChildIndex = 1;
     EXPECT_THAT(LoadedInts({}, "X", true), ElementsAre(1, 0));
+}
+
+TEST_F(PCExBasePersist, TheChildIndexOfAnArrayOfTheCurrentElementSelectsTheDoublesAlone) {
+    Load("<R>1 2<X>5</X><X>8</X></R>");
+    cursor->m_nChildIndex = 1;
+    EXPECT_THAT(LoadedInts({}, "X", false), ElementsAre(5, 0));
+    EXPECT_EQ(cursor->m_nChildIndex, 1);
+    EXPECT_THAT(LoadedDoubles({}, "X", false), ElementsAre(8, 0));
+    EXPECT_EQ(cursor->m_nChildIndex, 0);
 }
 
 // Directions, failures, and the run as a whole.

@@ -527,6 +527,19 @@ TEST_F(PCExBaseTest, AnIndexOpensEachOfManyChildrenInTurn) {
 
 // Indentation.
 
+TEST_F(PCExBaseTest, PopElementInTheNeitherStateWritesNoIndentation) {
+    Load("<R><A/></R>", kNeither);
+    cursor->m_bIndent = true;
+    cursor->m_nTabs = 5;
+    ASSERT_TRUE(cursor->PersistElement("A", true));
+    EXPECT_EQ(cursor->GetStackPosn(), 2);
+    EXPECT_EQ(cursor->m_nTabs, 5);
+    cursor->PopElement(false);
+    EXPECT_EQ(cursor->GetStackPosn(), 1);
+    EXPECT_EQ(cursor->m_nTabs, 5);
+    EXPECT_EQ(Xml(), "<R><A/></R>");
+}
+
 TEST_F(PCExBaseTest, PushIndentAndPopIndentNeedIndentation) {
     Start(kNeither);
     cursor->PushIndent();
@@ -606,6 +619,43 @@ TEST_F(PCExBaseTest, AppendChildOfANodeOfAnotherDocumentRaisesTheArgumentFailure
     const IXMLDOMDocumentPtr other = IXMLDOMDocumentPtr::CreateInstance();
     EXPECT_EQ(Failure([&] { cursor->PushElement(other->createElement("A")); }), kArgumentFailure);
     EXPECT_EQ(cursor->GetStackPosn(), 1);
+}
+
+TEST_F(PCExBaseTest, AppendChildOfANullChildRaisesTheArgumentFailure) {
+    Store(true);
+    EXPECT_EQ(Failure([&] { cursor->PushElement(IXMLDOMElementPtr()); }), kArgumentFailure);
+    EXPECT_EQ(cursor->GetStackPosn(), 1);
+    EXPECT_EQ(cursor->m_nTabs, 1);
+    // The indentation stands there before the failure.
+    EXPECT_EQ(Xml(), "<R>\n\t</R>");
+    Store(false);
+    EXPECT_EQ(Failure([&] { cursor->AppendChild(IXMLDOMNodePtr()); }), kArgumentFailure);
+    EXPECT_EQ(Failure([&] { cursor->AppendChild(IXMLDOMElementPtr()); }), kArgumentFailure);
+    EXPECT_EQ(cursor->GetStackPosn(), 1);
+    EXPECT_EQ(Xml(), "<R/>");
+}
+
+TEST_F(PCExBaseTest, AppendChildOfANullChildDoesNothingWithoutACurrentElement) {
+    NewDocument();
+    Start(kStoring);
+    cursor->m_bIndent = true;
+    cursor->AppendChild(IXMLDOMNodePtr());
+    cursor->AppendChild(IXMLDOMElementPtr());
+    EXPECT_EQ(cursor->GetStackPosn(), 0);
+    EXPECT_FALSE(doc->hasChildNodes());
+}
+
+TEST_F(PCExBaseTest, PushElementMakesTheElementInTheCursorsDocument) {
+    Store();
+    cursor->m_pDoc = IXMLDOMDocumentPtr::CreateInstance();
+    EXPECT_EQ(Failure([&] { cursor->PushElement("A"); }), kArgumentFailure);
+    EXPECT_EQ(cursor->GetStackPosn(), 1);
+    EXPECT_EQ(Xml(), "<R/>");
+    Store();
+    cursor->m_pDoc = nullptr;
+    EXPECT_EQ(Failure([&] { cursor->PushElement("A"); }), kPointerFailure);
+    EXPECT_EQ(cursor->GetStackPosn(), 1);
+    EXPECT_EQ(Xml(), "<R/>");
 }
 
 TEST_F(PCExBaseTest, IndentedElementsStandOnLinesOfTheirOwnByDepth) {
