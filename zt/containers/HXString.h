@@ -15,12 +15,11 @@ namespace ZT {
 ///
 /// Positions are character indices from 0, and -1 says that nothing was found,
 /// unless an operation names another answer. `from` is the place where a search
-/// begins. A negative `from` finds nothing, except where an operation says that it
-/// raises the invalid-argument exception.
+/// begins. A negative `from` finds nothing, unless the operation says otherwise.
 ///
 /// A set of characters is given as a text of its members. The terminating zero,
 /// which stands at index length, is a member of every set, so the end of the text
-/// bounds a word as a separator does.
+/// bounds a word as a separator does; so is a zero byte within the text.
 ///
 /// Words are bounded by the word separators: space, line feed, tab, carriage return,
 /// `[ ] { } * + \ / ( ) ~ , " ' : ;`. The two words of a phrase stand apart by

@@ -141,6 +141,22 @@ TEST(HXStringCountWords, IsTheNumberOfRuns) {
     }));
 }
 
+// A zero byte is a member of every set, wherever it stands.
+TEST(HXString, ZeroByteWithinTheTextPartsWords) {
+    const CString s("ab\0cd", 5);
+    ASSERT_EQ(s.GetLength(), 5);
+    CString counted = s;
+    EXPECT_EQ(HXString::CountWords(counted), 2);
+    EXPECT_EQ(counted, s);
+    EXPECT_EQ(HXString::FindWord(s, "cd", 0), 3);
+    EXPECT_EQ(HXString::FindWord(s, "ab", 0), 0);
+    EXPECT_EQ(HXString::Skip(s, 2, "x"), 3);
+    EXPECT_EQ(HXString::ReveseFindOneOf(s, 4, "x"), 2);
+    CString word;
+    EXPECT_EQ(HXString::GetNextWord(s, 0, " ", word), 3);
+    EXPECT_EQ(word, "cd");
+}
+
 // Simple search
 
 struct HXStringFindOneOf : testing::Test {
@@ -589,6 +605,11 @@ TEST(HXStringFindFraseReverse, SecondWordAtTheStartEndsTheSearch) {
     EXPECT_EQ(HXString::FindFraseReverse("two", "one", "two", -1), -1);
     EXPECT_EQ(HXString::FindFraseReverse("two one", "one", "two", -1), -1);
     EXPECT_EQ(HXString::FindFraseReverse("two", "", "two", -1), -1);
+}
+
+TEST(HXStringFindFraseReverse, SeparatorAtTheStartHasTheEmptyWordBeforeIt) {
+    EXPECT_EQ(HXString::FindFraseReverse(" two", "", "two", -1), 0);
+    EXPECT_EQ(HXString::FindFraseReverse(" two", "one", "two", -1), -1);
 }
 
 TEST(HXStringFindFraseReverse, EmptyTextHasNone) {

@@ -4,6 +4,8 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <platform/object/CMemoryException.h>
+#include <tests/Raises.h>
 #include <zt/containers/HexText.h>
 #include <zt/containers/detail/HexKernels.h>
 #include <algorithm>
@@ -68,6 +70,16 @@ private:
     char* m_memory;
     const char* m_text;
 };
+
+TEST(BinaryToString, TextTooLongForAStringRaisesAndReadsNothing) {
+    const unsigned char byte = 0;
+    // 2^31 and 2^33 - 2 digits, where 2^31 - 1 have room.
+    for (const ulong n : {ulong{0x40000000}, ulong{0x80000000}, ulong{0xFFFFFFFF}}) {
+        EXPECT_TRUE(testing_support::Raises<CMemoryException>([&] {
+            static_cast<void>(hxBinaryToString(&byte, n));
+        })) << n;
+    }
+}
 
 TEST(BinaryToString, GivesTwoUpperCaseDigitsAByteHighHalfFirst) {
     EXPECT_EQ(TextOf({0x0A, 0xFF, 0x12, 0xB0, 0x00}), "0AFF12B000");
