@@ -3,6 +3,7 @@
 #include <zt/frame/PwException.h>
 #include <cstddef>
 #include <string>
+#include <zt/frame/VirtualTable_test.hpp>
 
 namespace ZT {
 namespace {
@@ -91,6 +92,42 @@ TEST(PwException, MessageIsNotConnectedToTheBaseOperations) {
               e.CException::GetErrorMessage(text, sizeof text));
     EXPECT_EQ(std::string(text).find("secret"), std::string::npos);
     EXPECT_STREQ(e.GetRuntimeClass()->m_lpszClassName, "CException");
+}
+
+TEST(PwException, ItsTableIsThatOfTheFrameworksException) {
+    struct Reporter : Watched {
+        using Watched::Watched;
+        INT ReportError(UINT type, UINT id) override {
+            m_reported = type + id;
+            return 7;
+        }
+        UINT m_reported = 0;
+    };
+    auto* const e = new Reporter("secret");
+    char text[100] = "untouched";
+    UINT help = 5;
+    EXPECT_EQ((CallSlot<BOOL, LPTSTR, UINT, UINT*>(e, kSlotFirstOwn, text, sizeof text, &help)),
+              FALSE);
+    EXPECT_STREQ(text, "");
+    EXPECT_EQ(help, 0u);
+    EXPECT_EQ((CallSlot<INT, UINT, UINT>(e, kSlotFirstOwn + 1, 30, 4)), 7);
+    EXPECT_EQ(e->m_reported, 34u);
+    EXPECT_EQ(CallSlot<CRuntimeClass*>(e, kSlotGetRuntimeClass), RUNTIME_CLASS(CException));
+    destroyed = 0;
+    CallSlot<void>(e, kSlotDeletingDestructor);
+    EXPECT_EQ(destroyed, 1);
+}
+
+TEST(PwException, OverridesNothingButTheDestructor) {
+    struct Plain : CException {};
+    PwException e("text");
+    Plain plain;
+    const auto table = [](void* object) { return *static_cast<void***>(object); };
+    constexpr std::size_t kReportError = kSlotFirstOwn + 1;
+    for (std::size_t slot = 0; slot <= kReportError; ++slot) {
+        const bool same = table(&e)[slot] == table(&plain)[slot];
+        EXPECT_EQ(same, slot != kSlotDestructor && slot != kSlotDeletingDestructor) << slot;
+    }
 }
 
 }  // namespace
