@@ -1,6 +1,5 @@
 #include <platform/xml/IXMLDOMDocument.h>
 
-#include <new>
 #include <string>
 
 #include <platform/base/LastError.h>
@@ -64,15 +63,6 @@ IXMLDOMNodePtr NewNode(const IXMLDOMNode& document, pugi::xml_node_type type, st
     return DomAccess::Make<IXMLDOMNodePtr>(tree, tree.NewDetached(type, name, value));
 }
 
-template <class Operation>
-auto WithMemory(Operation operation) {
-    try {
-        return operation();
-    } catch (const std::bad_alloc&) {
-        _com_issue_error(E_OUTOFMEMORY);
-    }
-}
-
 }  // namespace
 
 IXMLDOMElementPtr IXMLDOMDocument::createElement(DomText name) const {
@@ -98,7 +88,7 @@ IXMLDOMNodePtr IXMLDOMDocument::createCDATASection(DomText text) const {
 }
 
 IXMLDOMNodePtr IXMLDOMDocument::createProcessingInstruction(DomText target, DomText data) const {
-    CheckDomInstruction(target.View(), data.View());
+    WithDomMemory([&] { CheckDomInstruction(target.View(), data.View()); });
     return NewNode(*this, pugi::node_pi, target.View(), data.View());
 }
 
@@ -121,12 +111,12 @@ IXMLDOMNodeListPtr IXMLDOMDocument::getElementsByTagName(DomText name) const {
 }
 
 bool IXMLDOMDocument::load(DomText path) const {
-    return WithMemory(
+    return WithDomMemory(
         [&] { return DomAccess::Tree(*this).LoadFile(std::string(path.View()).c_str()); });
 }
 
 bool IXMLDOMDocument::loadXML(DomText text) const {
-    return WithMemory([&] { return DomAccess::Tree(*this).LoadText(text.View()); });
+    return WithDomMemory([&] { return DomAccess::Tree(*this).LoadText(text.View()); });
 }
 
 const IXMLDOMParseError& IXMLDOMDocument::parseError() const {
@@ -146,5 +136,5 @@ void IXMLDOMDocument::save(DomText path) const {
     if (IsNull(tree.DocumentElement())) {
         _com_raise_error(E_UNEXPECTED, "A document without a root element cannot be saved.");
     }
-    WithMemory([&] { SaveTree(tree, std::string(path.View())); });
+    WithDomMemory([&] { SaveTree(tree, std::string(path.View())); });
 }

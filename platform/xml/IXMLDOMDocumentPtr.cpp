@@ -1,7 +1,5 @@
 #include <platform/xml/IXMLDOMDocumentPtr.h>
 
-#include <new>
-
 #include <platform/com/ComError.h>
 #include <platform/xml/detail/DomAccess.h>
 
@@ -24,10 +22,6 @@ HRESULT IXMLDOMDocumentPtr::CreateInstance(const CLSID& classId) {
 }
 
 IXMLDOMDocumentPtr IXMLDOMDocumentPtr::CreateInstance() {
-    try {
-        DomTree* tree = DomTree::Create();
-        return DomAccess::Make<IXMLDOMDocumentPtr>(*tree, tree->Root());
-    } catch (const std::bad_alloc&) {
-        _com_issue_error(E_OUTOFMEMORY);
-    }
+    DomTree* tree = WithDomMemory([] { return DomTree::Create(); });
+    return DomAccess::Make<IXMLDOMDocumentPtr>(*tree, tree->Root());
 }

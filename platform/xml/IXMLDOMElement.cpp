@@ -1,11 +1,10 @@
 #include <platform/xml/IXMLDOMElement.h>
 
-#include <string>
-
 #include <platform/com/COleVariant.h>
 #include <platform/com/ComError.h>
 #include <platform/xml/detail/DomAccess.h>
 #include <platform/xml/detail/DomChecks.h>
+#include <platform/xml/detail/DomName.h>
 
 namespace {
 
@@ -40,8 +39,9 @@ void IXMLDOMElement::setAttribute(DomText name, DomText value) const {
     DomAccess::Tree(*this).CheckCurrent(element);
     pugi::xml_attribute attribute = FindAttribute(element, name.View());
     const bool made = attribute.empty();
-    if (made) attribute = element.append_attribute(std::string(name.View()).c_str());
-    const bool had = attribute.set_value(value.View().data(), value.View().size());
+    if (made) attribute = element.append_attribute("");
+    const bool named = !made || DomName(name.View()).GiveTo(attribute);
+    const bool had = named && attribute.set_value(value.View().data(), value.View().size());
     if (!had && made) element.remove_attribute(attribute);
     CheckDomMemory(had);
 }

@@ -62,7 +62,7 @@ std::string_view IXMLDOMNode::nameView() const {
 }
 
 CString IXMLDOMNode::nodeName() const {
-    return CString(nameView());
+    return WithDomMemory([this] { return CString(nameView()); });
 }
 
 IXMLDOMNodePtr IXMLDOMNode::parentNode() const {
@@ -114,12 +114,14 @@ IXMLDOMNodePtr IXMLDOMNode::selectSingleNode(DomText name) const {
 IXMLDOMNodeListPtr IXMLDOMNode::selectNodes(DomText name) const {
     CheckQuery(name.View());
     DomTree& tree = DomAccess::Tree(*this);
-    DomAccess::Found found;
-    for (pugi::xml_node node = tree.FirstChild(NodeOf(m_node)); !IsNull(node);
-         node = tree.Next(node)) {
-        if (IsElementNamed(node, name.View())) found.push_back(RawNode(node));
-    }
-    return DomAccess::List(tree, NodeOf(m_node), std::move(found));
+    return WithDomMemory([&] {
+        DomAccess::Found found;
+        for (pugi::xml_node node = tree.FirstChild(NodeOf(m_node)); !IsNull(node);
+             node = tree.Next(node)) {
+            if (IsElementNamed(node, name.View())) found.push_back(RawNode(node));
+        }
+        return DomAccess::List(tree, NodeOf(m_node), std::move(found));
+    });
 }
 
 IXMLDOMElementPtr IXMLDOMNode::childElement(DomText name, int index) const {

@@ -41,7 +41,9 @@ enum DOMNodeType : std::int32_t {
 ///
 /// An operation that cannot be done raises `_com_error` and changes nothing: with
 /// `E_INVALIDARG` (0x80070057) for an argument that does not fit, and with
-/// `E_OUTOFMEMORY` (0x8007000E) without memory. Look-ups answer null and do not fail.
+/// `E_OUTOFMEMORY` (0x8007000E) without memory for what it makes: a node, a text, a
+/// list. Looking for a neighbour or a child answers null where there is none and never
+/// runs out of memory: with too little, it only takes longer.
 class ZTP_API IXMLDOMNode {
 public:
     IXMLDOMNode(const IXMLDOMNode&) = delete;

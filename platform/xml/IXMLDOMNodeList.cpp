@@ -8,14 +8,17 @@ IXMLDOMNodeListPtr DomAccess::ElementsBelow(DomTree& tree, pugi::xml_node top,
                                             std::string_view name) {
     const bool all = name == "*";
     if (!all) CheckDomName(name);
-    Found found;
-    for (pugi::xml_node node = tree.NextBelow(top, top, true); !IsNull(node);
-         node = tree.NextBelow(top, node, true)) {
-        if (IsElement(node) && (all || EqualsName(node.name(), name))) {
-            found.push_back(RawNode(node));
+    const auto fits = [&](pugi::xml_node node) {
+        return IsElement(node) && (all || EqualsName(node.name(), name));
+    };
+    return WithDomMemory([&] {
+        Found found;
+        for (pugi::xml_node node = tree.NextBelow(top, top, true); !IsNull(node);
+             node = tree.NextBelow(top, node, true)) {
+            if (fits(node)) found.push_back(RawNode(node));
         }
-    }
-    return List(tree, top, std::move(found));
+        return List(tree, top, std::move(found));
+    });
 }
 
 LONG IXMLDOMNodeList::length() const {

@@ -33,7 +33,7 @@ std::string_view JoinTexts(const DomTree& tree, pugi::xml_node top, std::string&
 }  // namespace
 
 COleVariant DomAccess::TextOrNull(std::optional<std::string_view> text) {
-    if (text) return COleVariant(CString(*text));
+    if (text) return WithDomMemory([&] { return COleVariant(CString(*text)); });
     COleVariant null;
     null.vt = VT_NULL;
     return null;
@@ -51,12 +51,15 @@ std::string_view IXMLDOMNode::textView(std::string& scratch) const {
     const pugi::xml_node first = tree.FirstChild(node);
     if (IsNull(first)) return node.value();
     const bool single = IsTextType(first.type()) && IsNull(first.next_sibling());
-    return single ? first.value() : JoinTexts(tree, node, scratch);
+    if (single) return first.value();
+    return WithDomMemory([&] { return JoinTexts(tree, node, scratch); });
 }
 
 CString IXMLDOMNode::text() const {
-    std::string scratch;
-    return CString(textView(scratch));
+    return WithDomMemory([this] {
+        std::string scratch;
+        return CString(textView(scratch));
+    });
 }
 
 void IXMLDOMNode::put_text(DomText text) const {
@@ -82,7 +85,7 @@ void IXMLDOMNode::put_nodeValue(DomText value) const {
             CheckDomComment(value.View());
             break;
         case pugi::node_pi:
-            CheckDomInstruction(node.name(), value.View());
+            WithDomMemory([&] { CheckDomInstruction(node.name(), value.View()); });
             break;
         default:
             _com_raise_error(E_INVALIDARG, "The node has no value of its own.");
@@ -91,7 +94,9 @@ void IXMLDOMNode::put_nodeValue(DomText value) const {
 }
 
 CString IXMLDOMNode::xml() const {
-    StringSink sink;
-    PrintDom(DomAccess::Tree(*this), NodeOf(m_node), sink);
-    return sink.Take();
+    return WithDomMemory([this] {
+        StringSink sink;
+        PrintDom(DomAccess::Tree(*this), NodeOf(m_node), sink);
+        return sink.Take();
+    });
 }

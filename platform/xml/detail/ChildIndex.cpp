@@ -1,6 +1,7 @@
 #include <platform/xml/detail/ChildIndex.h>
 
 #include <functional>
+#include <new>
 
 #include <platform/xml/detail/DomNodes.h>
 
@@ -79,19 +80,33 @@ bool ChildIndex::AddNext() {
     return true;
 }
 
-std::size_t ChildIndex::Length() {
+// The number of children that count, with no memory.
+template <class Counts>
+std::size_t ChildIndex::Walk(Counts counts) const {
+    std::size_t count = 0;
+    for (pugi::xml_node node = After({}); !IsNull(node); node = After(node)) count += counts(node);
+    return count;
+}
+
+std::size_t ChildIndex::Length() try {
     while (AddNext()) {
     }
     return m_children.Size();
+} catch (const std::bad_alloc&) {
+    return Walk([](pugi::xml_node) { return true; });
 }
 
-pugi::xml_node ChildIndex::Item(std::size_t index) {
+pugi::xml_node ChildIndex::Item(std::size_t index) try {
     while (m_children.Size() <= index) {
         if (!AddNext()) return {};
     }
     return m_children.At(index, [](pugi::xml_node node, bool forward) {
         return forward ? node.next_sibling() : node.previous_sibling();
     });
+} catch (const std::bad_alloc&) {
+    pugi::xml_node node = After({});
+    while (index-- > 0 && !IsNull(node)) node = After(node);
+    return node;
 }
 
 void ChildIndex::File(pugi::xml_node element) {
@@ -116,7 +131,7 @@ bool ChildIndex::FileNext() {
     return true;
 }
 
-pugi::xml_node ChildIndex::Named(std::string_view name, std::size_t index) {
+pugi::xml_node ChildIndex::Named(std::string_view name, std::size_t index) try {
     // Most questions are for one more element of the same tag.
     std::size_t run = IsRecent(name) ? m_recent : m_named.Find(name);
     while (run == NamedRuns::kNone || m_named.Run(run).Size() <= index) {
@@ -129,29 +144,39 @@ pugi::xml_node ChildIndex::Named(std::string_view name, std::size_t index) {
         } while (!IsElementNamed(node, name));
         return node;
     });
+} catch (const std::bad_alloc&) {
+    pugi::xml_node node = After({});
+    while (!IsNull(node) && !(IsElementNamed(node, name) && index-- == 0)) node = After(node);
+    return node;
 }
 
-std::size_t ChildIndex::CountNamed(std::string_view name) {
+std::size_t ChildIndex::CountNamed(std::string_view name) try {
     while (FileNext()) {
     }
     const std::size_t run = m_named.Find(name);
     return run == NamedRuns::kNone ? 0 : m_named.Run(run).Size();
+} catch (const std::bad_alloc&) {
+    return Walk([name](pugi::xml_node node) { return IsElementNamed(node, name); });
 }
 
-std::size_t ChildIndex::CountElements() {
+std::size_t ChildIndex::CountElements() try {
     while (FileNext()) {
     }
     return m_elements;
+} catch (const std::bad_alloc&) {
+    return Walk(IsElement);
 }
 
 ChildIndex* ChildIndexTable::Recent(pugi::xml_node parent) {
     return RawNode(parent) == m_recentParent ? m_recent : nullptr;
 }
 
-ChildIndex& ChildIndexTable::Of(pugi::xml_node parent, pugi::xml_node end) {
+ChildIndex* ChildIndexTable::Of(pugi::xml_node parent, pugi::xml_node end) try {
     m_recent = &m_indexes.try_emplace(RawNode(parent), parent, end).first->second;
     m_recentParent = RawNode(parent);
-    return *m_recent;
+    return m_recent;
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
 void ChildIndexTable::Drop(pugi::xml_node parent) {

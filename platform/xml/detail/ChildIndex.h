@@ -87,6 +87,9 @@ private:
 /// What is known of the children of one node: by number, and by tag. It is gathered
 /// from the front as far as a question needs, and stays right when children are
 /// appended; after every other change of the node's children it must be thrown away.
+///
+/// No question fails: where there is no memory to gather more, the children are walked
+/// over.
 class ChildIndex {
 public:
     /// Children from `end` on are not looked at; null for all.
@@ -102,6 +105,8 @@ public:
 
 private:
     pugi::xml_node After(pugi::xml_node child) const;
+    template <class Counts>
+    std::size_t Walk(Counts counts) const;
     bool AddNext();
     // Files one more child under its tag; false at the end.
     bool FileNext();
@@ -131,8 +136,8 @@ public:
 
     /// The index of `parent` if it was the last that was asked for; null otherwise.
     ChildIndex* Recent(pugi::xml_node parent);
-    /// The index of `parent`, made if there is none.
-    ChildIndex& Of(pugi::xml_node parent, pugi::xml_node end);
+    /// The index of `parent`, made if there is none; null without memory for it.
+    ChildIndex* Of(pugi::xml_node parent, pugi::xml_node end);
     bool IsEmpty() const { return m_indexes.empty(); }
     /// Forgets `parent`.
     void Drop(pugi::xml_node parent);

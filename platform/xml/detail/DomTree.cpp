@@ -2,6 +2,15 @@
 
 #include <platform/com/ComError.h>
 
+// What `look` finds in the index of `parent`; where there is no memory to keep one, in an
+// index that lasts no longer.
+template <class Look>
+auto DomTree::Indexed(pugi::xml_node parent, Look look) {
+    if (ChildIndex* kept = m_indexes.Of(parent, EndOf(parent))) return look(*kept);
+    ChildIndex passing(parent, EndOf(parent));
+    return look(passing);
+}
+
 void CheckDomMemory(bool had) {
     if (!had) _com_issue_error(E_OUTOFMEMORY);
 }
@@ -32,13 +41,13 @@ void DomTree::OnIdle() noexcept {
 }
 
 void DomTree::FreeDetached() {
-    m_retired.clear();
-    for (pugi::xml_node top = m_holder.first_child(); !IsNull(top); top = m_holder.first_child()) {
-        Destroy(top);
-        // An index may be that of a node which is gone.
-        m_indexes.Clear();
-    }
     m_detached = false;
+    pugi::xml_node top = m_holder.first_child();
+    if (m_retired.empty() && IsNull(top)) return;
+    // Any of them may be that of a node which goes now.
+    m_indexes.Clear();
+    m_retired.clear();
+    for (; !IsNull(top); top = m_holder.first_child()) Destroy(top);
 }
 
 // Leaf by leaf, since the parser's library frees a whole tree by recursion.
@@ -103,12 +112,14 @@ pugi::xml_node DomTree::ChildNamed(pugi::xml_node parent, std::string_view name,
         node = Shown(node.next_sibling());
     }
     if (IsNull(node)) return node;
-    return m_indexes.Of(parent, EndOf(parent)).Named(name, index);
+    return Indexed(parent, [&](ChildIndex& children) { return children.Named(name, index); });
 }
 
 pugi::xml_node DomTree::ChildAt(pugi::xml_node parent, std::size_t index) {
     if (ChildIndex* known = m_indexes.Recent(parent)) return known->Item(index);
-    if (index >= ChildIndexTable::kFew) return m_indexes.Of(parent, EndOf(parent)).Item(index);
+    if (index >= ChildIndexTable::kFew) {
+        return Indexed(parent, [&](ChildIndex& children) { return children.Item(index); });
+    }
     pugi::xml_node node = FirstChild(parent);
     while (index-- > 0 && !IsNull(node)) node = Shown(node.next_sibling());
     return node;
@@ -121,12 +132,13 @@ std::size_t DomTree::ChildCount(pugi::xml_node parent) {
     for (; !IsNull(node) && count < ChildIndexTable::kFew; ++count) {
         node = Shown(node.next_sibling());
     }
-    return IsNull(node) ? count : m_indexes.Of(parent, EndOf(parent)).Length();
+    if (IsNull(node)) return count;
+    return Indexed(parent, [](ChildIndex& children) { return children.Length(); });
 }
 
 std::size_t DomTree::ElementCount(pugi::xml_node parent) {
     if (ChildCount(parent) > ChildIndexTable::kFew) {
-        return m_indexes.Of(parent, EndOf(parent)).CountElements();
+        return Indexed(parent, [](ChildIndex& children) { return children.CountElements(); });
     }
     std::size_t count = 0;
     for (pugi::xml_node node = FirstChild(parent); !IsNull(node);
@@ -138,7 +150,7 @@ std::size_t DomTree::ElementCount(pugi::xml_node parent) {
 
 std::size_t DomTree::ElementCount(pugi::xml_node parent, std::string_view name) {
     if (ChildCount(parent) > ChildIndexTable::kFew) {
-        return m_indexes.Of(parent, EndOf(parent)).CountNamed(name);
+        return Indexed(parent, [&](ChildIndex& children) { return children.CountNamed(name); });
     }
     std::size_t count = 0;
     for (pugi::xml_node node = FirstChild(parent); !IsNull(node);

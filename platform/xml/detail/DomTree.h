@@ -5,12 +5,15 @@
 
 #include <cstddef>
 #include <memory>
+#include <new>
 #include <string_view>
 #include <vector>
 
 #include <pugixml.hpp>
 
 #include <platform/base/ResultCodes.h>
+#include <platform/com/ComError.h>
+#include <platform/object/CMemoryException.h>
 #include <platform/xml/DomPtr.h>
 #include <platform/xml/IXMLDOMParseError.h>
 #include <platform/xml/detail/ChildIndex.h>
@@ -54,6 +57,7 @@ public:
     /// @}
 
     /// @name Looking for children
+    /// None of these fails for want of memory.
     /// @{
     pugi::xml_node ChildNamed(pugi::xml_node parent, std::string_view name, std::size_t index);
     pugi::xml_node ChildAt(pugi::xml_node parent, std::size_t index);
@@ -108,8 +112,11 @@ private:
     pugi::xml_node EndOf(pugi::xml_node parent) const {
         return SameNode(parent, m_document) ? m_holder : pugi::xml_node();
     }
+    template <class Look>
+    auto Indexed(pugi::xml_node parent, Look look);
     void CheckTopLevel(pugi::xml_node child, pugi::xml_node before, pugi::xml_node leaving) const;
     void CheckElementTop(pugi::xml_node leaving) const;
+    [[noreturn]] void RefuseCopy(pugi::xml_node copy);
     pugi::xml_node MakeChild(pugi::xml_node parent, pugi::xml_node_type type);
     void Destroy(pugi::xml_node top);
     void FreeDetached();
@@ -134,6 +141,23 @@ inline bool IsDeclaration(pugi::xml_node node) {
     return node.type() == pugi::node_pi && EqualsName(node.name(), "xml");
 }
 
+/// Whether `copy`, which the parser's library has just made of the node `top`, is there and
+/// lacks nothing: that library leaves out without a word what it has no memory for.
+bool IsWholeCopy(pugi::xml_node top, pugi::xml_node copy);
+
 /// Raises `_com_error` with `E_OUTOFMEMORY` unless the parser's library had the memory
 /// that it needed.
 void CheckDomMemory(bool had);
+
+/// Runs `operation`, which takes memory of its own: running out of it raises `_com_error`
+/// with `E_OUTOFMEMORY`, too.
+template <class Operation>
+auto WithDomMemory(Operation operation) {
+    try {
+        return operation();
+    } catch (const std::bad_alloc&) {
+    } catch (CMemoryException* exception) {
+        exception->Delete();
+    }
+    _com_issue_error(E_OUTOFMEMORY);
+}

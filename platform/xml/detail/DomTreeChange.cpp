@@ -1,7 +1,5 @@
-#include <cstring>
-#include <string>
-
 #include <platform/com/ComError.h>
+#include <platform/xml/detail/DomName.h>
 #include <platform/xml/detail/DomTree.h>
 
 namespace {
@@ -15,15 +13,6 @@ constexpr const char* kDeclarationInside =
     _com_raise_error(E_INVALIDARG, reason);
 }
 
-// The parser's library takes names with their final zero only.
-bool SetName(pugi::xml_node node, std::string_view name) {
-    char few[64];
-    if (name.size() >= sizeof few) return node.set_name(std::string(name).c_str());
-    std::memcpy(few, name.data(), name.size());
-    few[name.size()] = 0;
-    return node.set_name(few);
-}
-
 // Why the parser's library did not move `child`.
 [[noreturn]] void RefuseMove(pugi::xml_node parent, pugi::xml_node child) {
     if (child.type() == pugi::node_document) Refused("A document cannot be a child.");
@@ -34,14 +23,53 @@ bool SetName(pugi::xml_node node, std::string_view name) {
 // Names and fills a new node; takes it away again without memory.
 pugi::xml_node Filled(pugi::xml_node node, std::string_view name, std::string_view value) {
     CheckDomMemory(!IsNull(node));
-    const bool had = (name.empty() || SetName(node, name)) &&
+    const bool had = (name.empty() || DomName(name).GiveTo(node)) &&
                      (value.empty() || node.set_value(value.data(), value.size()));
     if (!had) node.parent().remove_child(node);
     CheckDomMemory(had);
     return node;
 }
 
+bool BothOrNeitherEmpty(const char* a, const char* b) {
+    return (*a == 0) == (*b == 0);
+}
+
+// Whether everything that stands in one node itself has come into the other.
+bool IsWholeNode(pugi::xml_node node, pugi::xml_node copy) {
+    if (!BothOrNeitherEmpty(node.name(), copy.name()) ||
+        !BothOrNeitherEmpty(node.value(), copy.value())) {
+        return false;
+    }
+    pugi::xml_attribute to = copy.first_attribute();
+    for (const pugi::xml_attribute from : node.attributes()) {
+        if (to.empty() || !BothOrNeitherEmpty(from.name(), to.name())) return false;
+        if (!BothOrNeitherEmpty(from.value(), to.value())) return false;
+        to = to.next_attribute();
+    }
+    return true;
+}
+
 }  // namespace
+
+// Both are walked in step: where something is lacking in the copy, they part.
+bool IsWholeCopy(pugi::xml_node top, pugi::xml_node copy) {
+    for (pugi::xml_node node = top; !IsNull(copy) && IsWholeNode(node, copy);) {
+        if (IsNull(node.first_child()) != IsNull(copy.first_child())) return false;
+        if (!IsNull(node.first_child())) {
+            node = node.first_child();
+            copy = copy.first_child();
+            continue;
+        }
+        for (; !SameNode(node, top) && IsNull(node.next_sibling()); node = node.parent()) {
+            if (!IsNull(copy.next_sibling())) return false;
+            copy = copy.parent();
+        }
+        if (SameNode(node, top)) return true;
+        node = node.next_sibling();
+        copy = copy.next_sibling();
+    }
+    return false;
+}
 
 void DomTree::CheckCurrent(pugi::xml_node node) const {
     if (m_retired.empty() || SameNode(node.root(), m_document)) return;
@@ -58,14 +86,22 @@ pugi::xml_node DomTree::NewCopy(pugi::xml_node node, bool deep) {
     m_detached = true;
     if (deep || !IsElement(node)) {
         const pugi::xml_node copy = m_holder.append_copy(node);
-        CheckDomMemory(!IsNull(copy));
+        if (!IsWholeCopy(node, copy)) RefuseCopy(copy);
         return copy;
     }
     pugi::xml_node copy = NewDetached(pugi::node_element, node.name(), {});
+    bool whole = true;
     for (const pugi::xml_attribute attribute : node.attributes()) {
-        CheckDomMemory(static_cast<bool>(copy.append_copy(attribute)));
+        whole = whole && static_cast<bool>(copy.append_copy(attribute));
     }
+    if (!whole || !IsWholeNode(node, copy)) RefuseCopy(copy);
     return copy;
+}
+
+// Without memory for all of it.
+void DomTree::RefuseCopy(pugi::xml_node copy) {
+    if (!IsNull(copy)) Destroy(copy);
+    _com_issue_error(E_OUTOFMEMORY);
 }
 
 pugi::xml_node DomTree::NewChild(pugi::xml_node parent, pugi::xml_node_type type,

@@ -133,7 +133,9 @@ void DomTree::TakeOver(pugi::xml_document& content) {
     CheckDomMemory(!IsNull(content.append_child(pugi::node_element)));
     m_indexes.Clear();
     if (m_nodes > 0) {
-        m_retired.push_back(std::make_unique<pugi::xml_document>(std::move(m_document)));
+        // First the place: without memory for it, the nodes must stay where they are.
+        m_retired.push_back(std::make_unique<pugi::xml_document>());
+        *m_retired.back() = std::move(m_document);
     } else {
         m_retired.clear();
     }
@@ -146,6 +148,6 @@ void DomTree::CopyContent(const DomTree& source) {
     m_preserveWhiteSpace = source.m_preserveWhiteSpace;
     for (pugi::xml_node node = source.FirstChild(source.m_document); !IsNull(node);
          node = source.Shown(node.next_sibling())) {
-        CheckDomMemory(!IsNull(m_document.insert_copy_before(node, m_holder)));
+        CheckDomMemory(IsWholeCopy(node, m_document.insert_copy_before(node, m_holder)));
     }
 }
