@@ -10,11 +10,15 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <new>
 #include <optional>
+#include <string>
+#include <system_error>
+#include <vector>
 
 namespace {
 
@@ -53,9 +57,17 @@ bool IsWritten(int file, ByteView content) {
     return found.state == ElfSection::found && std::ranges::equal(found.bytes, content);
 }
 
+// The path from the root, which names the same file when the process changes its
+// directory. Empty for an empty path.
+std::string FullPath(LPCSTR path) {
+    std::error_code failure;
+    const std::filesystem::path full = std::filesystem::absolute(path, failure);
+    return failure || !*path ? std::string(path) : full.native();
+}
+
 class ResourceUpdate {
 public:
-    ResourceUpdate(LPCSTR path, bool dropExisting) : m_path(path), m_drop(dropExisting) {}
+    ResourceUpdate(LPCSTR path, bool dropExisting) : m_path(FullPath(path)), m_drop(dropExisting) {}
 
     int Begin() {
         LockedFile file;
@@ -113,10 +125,12 @@ private:
     }
 
     int Write(ByteView old, const std::vector<BYTE>& content) const {
+        const std::optional<ElfChange> change = PutElfSection(old, resourceSectionName, content);
+        if (!change) return ENOEXEC;
         FileReplacement file;
-        if (const int error = file.Open(m_path.c_str()); error != 0) return error;
-        if (const int error = file.Write(old.data(), old.size()); error != 0) return error;
-        const int error = PutElfSection(file.Descriptor(), old, resourceSectionName, content);
+        int error = file.Open(m_path.c_str());
+        for (const ByteView part : {ByteView(change->head), change->kept, ByteView(change->end)})
+            if (error == 0) error = file.Write(part.data(), part.size());
         if (error != 0) return error;
         return IsWritten(file.Descriptor(), content) ? file.Finish() : ENOEXEC;
     }

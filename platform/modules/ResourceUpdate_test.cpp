@@ -245,6 +245,38 @@ TEST_F(ResourceUpdate, OfALoadedModuleChangesTheFileOnly) {
     EXPECT_TRUE(AfxFreeLibrary(again));
 }
 
+TEST_F(ResourceUpdate, KnowsItsFileInAnotherDirectory) {
+    const std::string path = CopyWith("old");
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(directory.Path());
+    const HANDLE update = BeginUpdateResourceA("libnail.so", FALSE);
+    std::filesystem::current_path(before);
+    EXPECT_TRUE(UpdateResourceA(update, "TABLE", "Gauge", 1033, "new", 3));
+    EXPECT_TRUE(EndUpdateResourceA(update, FALSE));
+    EXPECT_EQ(InFile(path, "TABLE", "Gauge"), "new");
+}
+
+// A module of 32 bits for a machine that puts the highest byte first: a head, and one
+// segment, which holds both.
+TEST_F(ResourceUpdate, ChangesAModuleOfAnotherMachine) {
+    std::string bytes = {0x7F, 'E', 'L', 'F', ELFCLASS32, ELFDATA2MSB, EV_CURRENT};
+    bytes.resize(16);
+    const auto put = [&bytes](std::initializer_list<unsigned> words) {
+        for (const unsigned word : words)
+            for (const int shift : {24, 16, 8, 0}) bytes += static_cast<char>(word >> shift & 0xFF);
+    };
+    put({ET_DYN << 16 | EM_MIPS, 1, 0, 52, 0, 0, 52 << 16 | 32, 1 << 16, 0});
+    ASSERT_EQ(bytes.size(), 52u);
+    put({PT_LOAD, 0, 0, 0, 84, 84, PF_R, 4096});
+    const std::string path = directory / "foreign.so";
+    MakeFile(path, bytes);
+    EXPECT_TRUE(Put(path, "T", "n", "first"));
+    EXPECT_TRUE(Put(path, "T", "m", "second"));
+    EXPECT_EQ(InFile(path, "T", "n"), "first");
+    EXPECT_EQ(InFile(path, "T", "m"), "second");
+    EXPECT_EQ(BytesOf(path).substr(52, 32), bytes.substr(52));
+}
+
 // A file that is refused, how it begins, and the code.
 struct Refused {
     const char* what;

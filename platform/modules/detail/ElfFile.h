@@ -6,8 +6,9 @@
 #include <platform/base/Export.h>
 #include <platform/modules/detail/ResourceSection.h>
 
-#include <string>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 /// What a module's file says of one of its sections.
 struct ElfSection {
@@ -28,9 +29,16 @@ ZTP_API ElfSection FindElfSection(ByteView file, std::string_view name);
 /// names, so that the loader finds each byte that it maps.
 ZTP_API bool HoldsElfSegments(ByteView file);
 
-/// Writes `content` as the section `name` of the module in the open file `file`, in
-/// which `old` stands, its whole content. The section takes the place of one of that
-/// name. All that is loaded, and each other section but the names of the sections, stays
-/// where it is in the file. 0, or the system's error number: ENOEXEC for what is no whole
-/// module.
-ZTP_API int PutElfSection(int file, ByteView old, std::string_view name, ByteView content);
+/// A changed module, in the order of its file.
+struct ElfChange {
+    std::vector<BYTE> head;  ///< In the place of the old head.
+    ByteView kept;           ///< What stays of the old file behind its head.
+    std::vector<BYTE> end;   ///< What follows.
+};
+
+/// The module that has `content` as its section `name`, in the place of one of that name.
+/// All that is loaded, and each other section but the names of the sections, stays where
+/// it is in the file. None if `file` is no whole module, or if the section is loaded with
+/// it.
+ZTP_API std::optional<ElfChange> PutElfSection(ByteView file, std::string_view name,
+                                               ByteView content);

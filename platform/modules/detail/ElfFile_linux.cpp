@@ -1,35 +1,30 @@
 #include <gelf.h>
 #include <libelf.h>
-#include <unistd.h>
 
 #include <platform/modules/detail/ElfFile.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace {
 
 // A module that is read through the library.
-class Elf_Reader {
+class ElfReader {
 public:
-    // From memory, which is only read.
-    explicit Elf_Reader(ByteView file) {
+    // The bytes are only read.
+    explicit ElfReader(ByteView file) {
         if (elf_version(EV_CURRENT) == EV_NONE || file.size() < EI_NIDENT) return;
         auto* const image = reinterpret_cast<char*>(const_cast<BYTE*>(file.data()));
         m_elf = elf_memory(image, file.size());
     }
-    // From an open file, for reading and writing.
-    explicit Elf_Reader(int file) {
-        if (elf_version(EV_CURRENT) == EV_NONE) return;
-        m_elf = elf_begin(file, ELF_C_RDWR, nullptr);
-    }
-    ~Elf_Reader() {
+    ~ElfReader() {
         if (m_elf) elf_end(m_elf);
     }
-    Elf_Reader(const Elf_Reader&) = delete;
-    Elf_Reader& operator=(const Elf_Reader&) = delete;
+    ElfReader(const ElfReader&) = delete;
+    ElfReader& operator=(const ElfReader&) = delete;
 
     Elf* Get() const { return m_elf; }
     // The head; none if this is no module.
@@ -72,14 +67,21 @@ Extent PlaceOf(const GElf_Shdr& header) {
     return {header.sh_offset, inFile ? header.sh_size : 0};
 }
 
-// Calls `visit` with each section and its header.
+// Calls `visit` with each section and its header; false if one of them cannot be read. A
+// module without a table has no sections, whatever their number is said to be.
 template <class Visit>
-void ForEachSection(Elf* elf, Visit visit) {
-    Elf_Scn* section = nullptr;
-    while ((section = elf_nextscn(elf, section)) != nullptr) {
+bool ForEachSection(Elf* elf, Visit visit) {
+    GElf_Ehdr head;
+    std::size_t count = 0;
+    if (!gelf_getehdr(elf, &head) || elf_getshdrnum(elf, &count) != 0) return false;
+    if (head.e_shoff == 0) return true;
+    for (std::size_t i = 0; i < count; ++i) {
+        Elf_Scn* const section = elf_getscn(elf, i);
         GElf_Shdr header;
-        if (gelf_getshdr(section, &header)) visit(section, header);
+        if (!section || !gelf_getshdr(section, &header)) return false;
+        visit(section, header);
     }
+    return true;
 }
 
 // The section of this name; null if there is none.
@@ -87,11 +89,11 @@ Elf_Scn* SectionOfName(Elf* elf, std::string_view name) {
     std::size_t names = 0;
     if (elf_getshdrstrndx(elf, &names) != 0) return nullptr;
     Elf_Scn* found = nullptr;
-    ForEachSection(elf, [&](Elf_Scn* section, const GElf_Shdr& header) {
+    const bool read = ForEachSection(elf, [&](Elf_Scn* section, const GElf_Shdr& header) {
         const char* const text = elf_strptr(elf, names, header.sh_name);
         if (!found && text && text == name) found = section;
     });
-    return found;
+    return read ? found : nullptr;
 }
 
 // Where the segments of the module stand, and the table of them; none if the table
@@ -115,53 +117,129 @@ bool AllLieIn(const std::vector<Extent>& extents, ByteView file) {
                        [file](const Extent& extent) { return extent.LiesIn(file); });
 }
 
-std::uint64_t Aligned(std::uint64_t offset, std::uint64_t alignment) {
-    return (offset + alignment - 1) / alignment * alignment;
+template <class To, class From>
+void Assign(To& to, From from) {
+    to = static_cast<To>(from);
+}
+
+// A section's header in the form of the module's class.
+template <class Header>
+Header OfClass(const GElf_Shdr& header) {
+    Header out{};
+    Assign(out.sh_name, header.sh_name);
+    Assign(out.sh_type, header.sh_type);
+    Assign(out.sh_flags, header.sh_flags);
+    Assign(out.sh_addr, header.sh_addr);
+    Assign(out.sh_offset, header.sh_offset);
+    Assign(out.sh_size, header.sh_size);
+    Assign(out.sh_link, header.sh_link);
+    Assign(out.sh_info, header.sh_info);
+    Assign(out.sh_addralign, header.sh_addralign);
+    Assign(out.sh_entsize, header.sh_entsize);
+    return out;
+}
+
+struct Class32 {
+    using Head = Elf32_Ehdr;
+    using Header = Elf32_Shdr;
+    static const Head* HeadOf(Elf* elf) { return elf32_getehdr(elf); }
+};
+
+struct Class64 {
+    using Head = Elf64_Ehdr;
+    using Header = Elf64_Shdr;
+    static const Head* HeadOf(Elf* elf) { return elf64_getehdr(elf); }
+};
+
+// The bytes that `headers` are in the module's file, in its own order; none if the library
+// cannot tell.
+template <class Header>
+std::vector<BYTE> Coded(Elf* elf, Elf_Type type, std::vector<Header> headers) {
+    std::vector<BYTE> bytes(headers.size() * sizeof(Header));
+    Elf_Data from{};
+    from.d_buf = headers.data();
+    from.d_size = bytes.size();
+    from.d_type = type;
+    from.d_version = EV_CURRENT;
+    Elf_Data to = from;
+    to.d_buf = bytes.data();
+    const auto order = static_cast<unsigned char>(elf_getident(elf, nullptr)[EI_DATA]);
+    return gelf_xlatetof(elf, &to, &from, order) ? bytes : std::vector<BYTE>();
 }
 
 // The change of one section of a module. The names of the sections, the section and the
 // table of sections, in this order, become the end of the file.
+//
+// The library reads the module and codes the new headers. It could write the file as
+// well, but it ends the program over a layout that it does not expect, and it clears what
+// lies between the sections.
 class SectionChange {
 public:
-    SectionChange(int file, ByteView old, std::string_view name)
-        : m_old(old), m_name(name), m_file(file), m_module(file), m_elf(m_module.Get()) {}
+    SectionChange(ByteView old, std::string_view name)
+        : m_old(old), m_name(name), m_module(old), m_elf(m_module.Get()) {}
 
-    int Put(ByteView content) {
+    std::optional<ElfChange> Put(ByteView content) {
         const std::optional<GElf_Ehdr> head = m_module.Head();
-        if (!head || !Read(*head)) return ENOEXEC;
-        errno = 0;
-        if (!Change(content) || elf_update(m_elf, ELF_C_WRITE) < 0)
-            return errno != 0 ? errno : ENOEXEC;
-        return Finish();
+        if (!head || !Read(*head)) return std::nullopt;
+        m_keep = Cut();
+        AddSections();
+        Place(m_names, Bytes(m_texts), 1);
+        Place(m_section, content, 16);
+        return gelf_getclass(m_elf) == ELFCLASS32 ? Finish<Class32>() : Finish<Class64>();
     }
 
 private:
-    // Reads what there is; false if the module is not whole.
+    static ByteView Bytes(const std::string& text) {
+        return {reinterpret_cast<const BYTE*>(text.data()), text.size()};
+    }
+
+    // Reads what there is; false if the module is not whole, or if the section is loaded
+    // with it.
     bool Read(const GElf_Ehdr& head) {
         const std::optional<std::vector<Extent>> segments = Segments(m_elf, head, m_old);
-        if (!segments || elf_getshdrstrndx(m_elf, &m_namesIndex) != 0) return false;
-        m_staying = *segments;
-        m_staying.push_back({0, SizeOf(m_elf, ELF_T_EHDR, 1)});
-        m_moving = {SectionTable(m_elf, head)};
-        m_section = SectionOfName(m_elf, m_name);
-        m_names = MovableNames();
-        ForEachSection(m_elf, [this](Elf_Scn* section, const GElf_Shdr& header) {
-            const bool moves = section == m_names || section == m_section;
-            (moves ? m_moving : m_staying).push_back(PlaceOf(header));
+        std::size_t names = 0;
+        // The head changes, so nothing else may stand in it.
+        const std::size_t headSize = SizeOf(m_elf, ELF_T_EHDR, 1);
+        if (!segments || segments->empty() || head.e_phoff < headSize) return false;
+        if (elf_getshdrstrndx(m_elf, &names) != 0) return false;
+        bool named = true;
+        const bool read = ForEachSection(m_elf, [&](Elf_Scn*, GElf_Shdr header) {
+            const std::size_t index = m_headers.size();
+            const char* const text = elf_strptr(m_elf, names, header.sh_name);
+            if (!m_section && index != 0 && text && text == m_name) m_section = index;
+            if (index != 0 && index == names) m_names = index;
+            // Without names, there is nothing for the header to point at.
+            if (names == 0) header.sh_name = 0;
+            named = named && (text || names == 0);
+            m_headers.push_back(header);
         });
-        return AllLieIn(m_staying, m_old) && AllLieIn(m_moving, m_old) && !IsLoaded(m_section);
+        if (!read || !named || (m_section && m_section == m_names)) return false;
+        m_staying = *segments;
+        m_staying.push_back({0, headSize});
+        m_moving = {SectionTable(m_elf, head)};
+        for (const GElf_Shdr& header : m_headers)
+            (Moves(header) ? m_moving : m_staying).push_back(PlaceOf(header));
+        return AllLieIn(m_staying, m_old) && AllLieIn(m_moving, m_old) && ReadNames() &&
+               !(m_section && IsLoaded(*m_section));
     }
 
-    static bool IsLoaded(Elf_Scn* section) {
-        GElf_Shdr header;
-        return section && gelf_getshdr(section, &header) && (header.sh_flags & SHF_ALLOC) != 0;
+    bool IsLoaded(std::size_t index) const { return (m_headers[index].sh_flags & SHF_ALLOC) != 0; }
+
+    bool Moves(const GElf_Shdr& header) const {
+        const auto index = static_cast<std::size_t>(&header - m_headers.data());
+        return index == m_section || (index == m_names && !IsLoaded(index));
     }
 
-    // The section of the names; null if a new one is needed, since there is none or it is
-    // loaded with the module.
-    Elf_Scn* MovableNames() const {
-        Elf_Scn* const names = m_namesIndex != 0 ? elf_getscn(m_elf, m_namesIndex) : nullptr;
-        return IsLoaded(names) ? nullptr : names;
+    // Names that are loaded with the module stay where they are, and their copy moves.
+    bool ReadNames() {
+        m_texts.assign(1, '\0');
+        if (!m_names) return true;
+        const Extent place = PlaceOf(m_headers[*m_names]);
+        if (!place.LiesIn(m_old)) return false;
+        const ByteView texts = m_old.subspan(place.offset, place.size);
+        m_texts.assign(texts.begin(), texts.end());
+        if (IsLoaded(*m_names)) m_names.reset();
+        return true;
     }
 
     // Where the file is cut: behind all that stays, unless something stands behind that
@@ -185,118 +263,94 @@ private:
         return at;
     }
 
-    // Adds `text` to the names and answers where it stands.
-    std::size_t AddName(std::string_view text) {
-        const std::size_t place = m_nameTexts.size();
-        m_nameTexts.append(text).push_back('\0');
+    // The index of a new section.
+    std::size_t Add(std::string_view name, GElf_Word type) {
+        GElf_Shdr header{};
+        header.sh_name = static_cast<GElf_Word>(m_texts.size());
+        header.sh_type = type;
+        m_texts.append(name).push_back('\0');
+        m_headers.push_back(header);
+        return m_headers.size() - 1;
+    }
+
+    void AddSections() {
+        // The first place of the table stands for no section.
+        if (m_headers.empty()) m_headers.emplace_back();
+        if (!m_section) m_section = Add(m_name, SHT_PROGBITS);
+        if (!m_names) m_names = Add(".shstrtab", SHT_STRTAB);
+        m_headers[*m_section].sh_type = SHT_PROGBITS;
+        m_headers[*m_section].sh_flags = 0;
+    }
+
+    // Fills up to the next place that `alignment` divides, and answers it.
+    std::uint64_t Align(std::uint64_t alignment) {
+        const std::uint64_t end = m_keep + m_end.size();
+        const std::uint64_t place = (end + alignment - 1) / alignment * alignment;
+        m_end.resize(m_end.size() + (place - end));
         return place;
     }
 
-    // The texts of the names as they are.
-    bool ReadNames() {
-        m_nameTexts.assign(1, '\0');
-        Elf_Scn* const names = m_namesIndex != 0 ? elf_getscn(m_elf, m_namesIndex) : nullptr;
-        if (!names) return true;
-        const Elf_Data* const texts = elf_getdata(names, nullptr);
-        if (!texts || !texts->d_buf) return false;
-        m_nameTexts.assign(static_cast<const char*>(texts->d_buf), texts->d_size);
-        return true;
+    void Place(std::optional<std::size_t> index, ByteView bytes, std::uint64_t alignment) {
+        GElf_Shdr& header = m_headers[*index];
+        header.sh_offset = Align(alignment);
+        header.sh_size = bytes.size();
+        header.sh_addralign = alignment;
+        m_end.insert(m_end.end(), bytes.begin(), bytes.end());
     }
 
-    // Gives a section its place and content; the header has all else.
-    bool Place(Elf_Scn* section, GElf_Shdr header, const void* bytes, std::size_t size) {
-        Elf_Data* data = elf_getdata(section, nullptr);
-        if (!data) data = elf_newdata(section);
-        if (!data) return false;
-        data->d_buf = const_cast<void*>(bytes);
-        data->d_size = size;
-        data->d_type = ELF_T_BYTE;
-        data->d_version = EV_CURRENT;
-        data->d_align = header.sh_addralign;
-        data->d_off = 0;
-        header.sh_offset = m_end = Aligned(m_end, header.sh_addralign);
-        header.sh_size = size;
-        m_end += size;
-        elf_flagdata(data, ELF_C_SET, ELF_F_DIRTY);
-        elf_flagscn(section, ELF_C_SET, ELF_F_DIRTY);
-        return gelf_update_shdr(section, &header) != 0;
+    // Numbers that are too large for the head stand in the table's first place.
+    template <class Head>
+    void Count(Head& head) {
+        const std::size_t count = m_headers.size();
+        const bool manySections = count >= SHN_LORESERVE;
+        const bool lateNames = *m_names >= SHN_LORESERVE;
+        head.e_shnum = static_cast<GElf_Half>(manySections ? 0 : count);
+        head.e_shstrndx = static_cast<GElf_Half>(lateNames ? std::size_t{SHN_XINDEX} : *m_names);
+        m_headers[0].sh_size = manySections ? count : 0;
+        m_headers[0].sh_link = static_cast<GElf_Word>(lateNames ? *m_names : 0);
     }
 
-    GElf_Shdr HeaderOf(Elf_Scn* section, std::size_t name, GElf_Word type, std::uint64_t align) {
-        GElf_Shdr header{};
-        if (section) gelf_getshdr(section, &header);
-        if (!section) header.sh_name = static_cast<GElf_Word>(name);
-        header.sh_type = type;
-        header.sh_flags = 0;
-        header.sh_addralign = align;
-        return header;
-    }
-
-    bool Change(ByteView content) {
-        // Without the mark of change, headers of new sections are written from memory that
-        // they do not have.
-        elf_flagelf(m_elf, ELF_C_SET, ELF_F_LAYOUT | ELF_F_DIRTY);
-        if (!ReadNames()) return false;
-        m_keep = m_end = Cut();
-        const GElf_Shdr section =
-            HeaderOf(m_section, m_section ? 0 : AddName(m_name), SHT_PROGBITS, 16);
-        const GElf_Shdr names =
-            HeaderOf(m_names, m_names ? 0 : AddName(".shstrtab"), SHT_STRTAB, 1);
-        if (!m_section) m_section = elf_newscn(m_elf);
-        if (!m_names) m_names = elf_newscn(m_elf);
-        return m_section && m_names &&
-               Place(m_names, names, m_nameTexts.data(), m_nameTexts.size()) &&
-               Place(m_section, section, content.data(), content.size()) && PlaceTable();
-    }
-
-    // The head is read again, since sections may have come to the module.
-    bool PlaceTable() {
-        GElf_Ehdr head;
-        std::size_t count = 0;
-        if (!gelf_getehdr(m_elf, &head) || elf_getshdrnum(m_elf, &count) != 0) return false;
-        const std::size_t names = elf_ndxscn(m_names);
-        // An index past the reserved ones stands elsewhere than in the head.
-        if (names != m_namesIndex && names >= SHN_LORESERVE) return false;
-        if (names != m_namesIndex) head.e_shstrndx = static_cast<GElf_Half>(names);
-        head.e_shoff = Aligned(m_end, 8);
-        m_end = head.e_shoff + SizeOf(m_elf, ELF_T_SHDR, count);
-        return gelf_update_ehdr(m_elf, &head) != 0;
-    }
-
-    // The library clears what lies between the sections that it knows; what no section
-    // tells of is put back.
-    int Finish() const {
-        std::uint64_t at = SizeOf(m_elf, ELF_T_EHDR, 1);
-        while (at < m_keep) {
-            const ssize_t put =
-                pwrite(m_file, m_old.data() + at, m_keep - at, static_cast<off_t>(at));
-            if (put < 0 && errno != EINTR) return errno;
-            if (put > 0) at += static_cast<std::uint64_t>(put);
-        }
-        return ftruncate(m_file, static_cast<off_t>(m_end)) == 0 ? 0 : errno;
+    template <class Class>
+    std::optional<ElfChange> Finish() {
+        using Header = typename Class::Header;
+        typename Class::Head head = *Class::HeadOf(m_elf);
+        const std::uint64_t table = Align(8);
+        head.e_shoff = static_cast<decltype(head.e_shoff)>(table);
+        head.e_shentsize = sizeof(Header);
+        Count(head);
+        std::vector<Header> headers;
+        for (const GElf_Shdr& header : m_headers) headers.push_back(OfClass<Header>(header));
+        const std::vector<BYTE> coded = Coded(m_elf, ELF_T_SHDR, headers);
+        m_end.insert(m_end.end(), coded.begin(), coded.end());
+        // An offset that the class has no room for is noticed by its change.
+        ElfChange change{Coded(m_elf, ELF_T_EHDR, std::vector{head}), {}, {}};
+        if (coded.empty() || change.head.empty() || head.e_shoff != table) return std::nullopt;
+        change.kept = m_old.subspan(change.head.size(), m_keep - change.head.size());
+        change.end = std::move(m_end);
+        return change;
     }
 
     ByteView m_old;
     std::string_view m_name;
-    int m_file;
-    Elf_Reader m_module;
+    ElfReader m_module;
     Elf* m_elf;
     std::vector<Extent> m_staying;
     std::vector<Extent> m_moving;
-    Elf_Scn* m_section = nullptr;
-    Elf_Scn* m_names = nullptr;
-    std::size_t m_namesIndex = 0;
-    std::string m_nameTexts;
+    std::vector<GElf_Shdr> m_headers;
+    // The places of the section and of the names in the table.
+    std::optional<std::size_t> m_section;
+    std::optional<std::size_t> m_names;
+    std::string m_texts;
     // Up to here the file stays as it is.
     std::uint64_t m_keep = 0;
-    // The end of what is placed.
-    std::uint64_t m_end = 0;
+    // What stands behind that.
+    std::vector<BYTE> m_end;
 };
 
 }  // namespace
 
 ElfSection FindElfSection(ByteView file, std::string_view name) {
-    const Elf_Reader module(file);
+    const ElfReader module(file);
     const std::optional<GElf_Ehdr> head = module.Head();
     if (!head) return {};
     if (!SectionTable(module.Get(), *head).LiesIn(file)) return {ElfSection::damaged, {}};
@@ -309,13 +363,13 @@ ElfSection FindElfSection(ByteView file, std::string_view name) {
 }
 
 bool HoldsElfSegments(ByteView file) {
-    const Elf_Reader module(file);
+    const ElfReader module(file);
     const std::optional<GElf_Ehdr> head = module.Head();
     if (!head) return false;
     const std::optional<std::vector<Extent>> segments = Segments(module.Get(), *head, file);
     return segments && !segments->empty() && AllLieIn(*segments, file);
 }
 
-int PutElfSection(int file, ByteView old, std::string_view name, ByteView content) {
-    return SectionChange(file, old, name).Put(content);
+std::optional<ElfChange> PutElfSection(ByteView file, std::string_view name, ByteView content) {
+    return SectionChange(file, name).Put(content);
 }

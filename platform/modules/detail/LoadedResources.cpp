@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <mutex>
 #include <unordered_map>
+#include <vector>
 
 namespace {
 
@@ -30,42 +31,65 @@ int ReadSection(ByteView file, ResourceSection& section) {
     return section.Damage() ? EBADMSG : 0;
 }
 
+bool IsModule(HMODULE module) {
+    return module && AfxModuleFromAddress(module) == module;
+}
+
+// The lock is never held while the loader is asked about a module: a module's constructor
+// runs under the loader's own lock, and may ask for resources.
 class LoadedResources {
 public:
     // The resources of the module, or why there are none.
     int Get(HMODULE module, ResourceSection& section) {
-        const std::scoped_lock lock(m_lock);
         const unsigned long long unloads = CountOfUnloads();
-        auto known = m_files.find(module);
-        if (known == m_files.end() || known->second.checked != unloads) {
-            if (const int error = Check(module, unloads); error != 0) return error;
-            known = m_files.find(module);
-        }
+        if (const std::optional<int> known = GetKnown(module, unloads, section)) return *known;
+        const std::optional<LoadedFile> loaded =
+            IsModule(module) ? LoadedFileOf(module) : std::optional<LoadedFile>();
+        if (!loaded) return EINVAL;
+        const std::scoped_lock lock(m_lock);
+        if (const int error = Check(module, *loaded, unloads); error != 0) return error;
+        const KeptFile& kept = m_files.at(module);
+        section = kept.section;
+        return kept.error;
+    }
+
+    void ForgetUnloaded() {
+        std::vector<HMODULE> gone = Modules();
+        std::erase_if(gone, IsModule);
+        const unsigned long long unloads = CountOfUnloads();
+        const std::scoped_lock lock(m_lock);
+        // What has been checked since is of another module at the same address.
+        for (const HMODULE module : gone)
+            if (const auto known = m_files.find(module);
+                known != m_files.end() && known->second.checked != unloads)
+                m_files.erase(known);
+    }
+
+private:
+    std::vector<HMODULE> Modules() {
+        const std::scoped_lock lock(m_lock);
+        std::vector<HMODULE> modules;
+        for (const auto& entry : m_files) modules.push_back(entry.first);
+        return modules;
+    }
+
+    // None if it has to be found out which module is loaded under the handle.
+    std::optional<int> GetKnown(HMODULE module, unsigned long long unloads,
+                                ResourceSection& section) {
+        const std::scoped_lock lock(m_lock);
+        const auto known = m_files.find(module);
+        if (known == m_files.end() || known->second.checked != unloads) return std::nullopt;
         section = known->second.section;
         return known->second.error;
     }
 
-    void ForgetUnloaded() {
-        const std::scoped_lock lock(m_lock);
-        std::erase_if(m_files, [](const auto& entry) { return !IsModule(entry.first); });
-    }
-
-private:
-    static bool IsModule(HMODULE module) {
-        return module && AfxModuleFromAddress(module) == module;
-    }
-
     // Makes sure that what is kept under the handle is of the module that is loaded now.
-    int Check(HMODULE module, unsigned long long unloads) {
-        const std::optional<LoadedFile> loaded =
-            IsModule(module) ? LoadedFileOf(module) : std::optional<LoadedFile>();
-        if (!loaded) return EINVAL;
+    int Check(HMODULE module, const LoadedFile& loaded, unsigned long long unloads) {
         const auto known = m_files.find(module);
-        if (known != m_files.end() && known->second.identity == loaded->identity) {
-            known->second.checked = unloads;
-            return 0;
-        }
-        return Keep(module, *loaded, unloads);
+        if (known == m_files.end() || known->second.identity != loaded.identity)
+            return Keep(module, loaded, unloads);
+        known->second.checked = unloads;
+        return 0;
     }
 
     int Keep(HMODULE module, const LoadedFile& loaded, unsigned long long unloads) {
