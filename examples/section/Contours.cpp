@@ -106,10 +106,10 @@ RangeZGroup LongestConvexRun(const Loop& loop) {
     return longest;
 }
 
-ContourFigures::ContourFigures(const std::vector<Loop>& loops, ZT::uint64 open) : ContourFigures() {
-    m_nLoops = loops.size();
-    m_nOpen = open;
-    for (const Loop& loop : loops) {
+ContourFigures::ContourFigures(const ContourSet& contours) : ContourFigures() {
+    m_nLoops = contours.m_loops.size();
+    m_nOpen = contours.m_chains.size();
+    for (const Loop& loop : contours.m_loops) {
         m_length += LoopLength(loop);
         const RangeZGroup run = LongestConvexRun(loop);
         if (run.GetCount() > m_run.GetCount()) {
@@ -208,40 +208,36 @@ int ContourCutter::TakeNeighbour(int node) {
     return kNone;
 }
 
-void ContourCutter::Follow(int start, std::vector<Loop>& loops) {
-    Loop chain;
+void ContourCutter::Follow(int start, ContourSet& contours) {
+    std::vector<ContourPoint> chain;
     int node = start;
     do {
         chain.push_back(m_nodes[static_cast<std::size_t>(node)].point);
         node = TakeNeighbour(node);
     } while (node != kNone && node != start);
-    if (node == start) {
-        loops.push_back(std::move(chain));
-    } else {
-        ++m_nOpen;
-    }
+    (node == start ? contours.m_loops : contours.m_chains).push_back(std::move(chain));
 }
 
 // A chain that begins at a node of odd degree either comes back, and leaves the node
 // odd, or ends at another such node. When none is left, every chain comes back.
-std::vector<Loop> ContourCutter::TakeLoops() {
-    std::vector<Loop> loops;
+ContourSet ContourCutter::TakeContours() {
+    ContourSet contours;
     const int count = static_cast<int>(m_nodes.size());
     for (int i = 0; i < count; ++i) {
         while (m_nodes[static_cast<std::size_t>(i)].degree % 2 != 0) {
-            Follow(i, loops);
+            Follow(i, contours);
         }
     }
     for (int i = 0; i < count; ++i) {
         while (m_nodes[static_cast<std::size_t>(i)].degree > 0) {
-            Follow(i, loops);
+            Follow(i, contours);
         }
     }
     m_nodes.clear();
     m_segments.clear();
     m_cells.clear();
     m_joined.clear();
-    return loops;
+    return contours;
 }
 
 }  // namespace section

@@ -25,6 +25,16 @@ struct ContourPoint {
 /// touch itself.
 using Loop = std::vector<ContourPoint>;
 
+/// A chain with two ends: at least two vertices, one joined to the next.
+using Chain = std::vector<ContourPoint>;
+
+/// The contours of one height.
+struct ContourSet {
+    std::vector<Loop> m_loops;
+    /// Where the mesh has a hole.
+    std::vector<Chain> m_chains;
+};
+
 /// The length of a loop, once round.
 double LoopLength(const Loop& loop);
 
@@ -46,7 +56,7 @@ struct ContourFigures {
     ZT::RangeZGroup m_run;
 
     ContourFigures() { m_run.SetEmpty(); }
-    ContourFigures(const std::vector<Loop>& loops, ZT::uint64 open);
+    explicit ContourFigures(const ContourSet& contours);
 
     /// An element "Contours" with the members.
     void PersistXML(ZT::PCExBase& pc);
@@ -74,10 +84,7 @@ public:
     /// Joins all segments and takes them out. Chains with ends are followed from an
     /// end; what remains comes back to where it began. Where more than two segments
     /// meet, which of them follow one another is left open.
-    std::vector<Loop> TakeLoops();
-
-    /// The number of open chains that `TakeLoops` met.
-    ZT::uint64 OpenCount() const { return m_nOpen; }
+    ContourSet TakeContours();
 
 private:
     static constexpr int kNone = -1;
@@ -100,11 +107,10 @@ private:
     void Join(int a, int b);
     void Link(int segment, int side, int node);
     int TakeNeighbour(int node);
-    void Follow(int start, std::vector<Loop>& loops);
+    void Follow(int start, ContourSet& contours);
 
     double m_height;
     double m_resolution;
-    ZT::uint64 m_nOpen = 0;
     std::vector<Node> m_nodes;
     std::vector<Segment> m_segments;
     std::unordered_map<std::uint64_t, int> m_cells;

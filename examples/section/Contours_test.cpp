@@ -13,6 +13,7 @@ namespace {
 struct Cutting {
     std::vector<Loop> loops;
     ZT::uint64 open;
+    std::vector<Chain> chains;
 };
 
 Cutting CutAt(const std::vector<Facet>& facets, double height) {
@@ -20,8 +21,9 @@ Cutting CutAt(const std::vector<Facet>& facets, double height) {
     for (const Facet& facet : facets) {
         cutter.Add(facet);
     }
-    std::vector<Loop> loops = cutter.TakeLoops();
-    return {std::move(loops), cutter.OpenCount()};
+    ContourSet contours = cutter.TakeContours();
+    const ZT::uint64 open = contours.m_chains.size();
+    return {std::move(contours.m_loops), open, std::move(contours.m_chains)};
 }
 
 TEST(ContourCutter, MakesOneLoopOfACube) {
@@ -73,6 +75,19 @@ TEST(ContourCutter, CountsAnOpenChain) {
     EXPECT_EQ(CutAt({facets[1]}, 1).open, 1u);
 }
 
+TEST(ContourCutter, GivesAnOpenChainFromEndToEnd) {
+    // A third of a tetrahedron, cut at the middle of its edges.
+    const Cutting cut = CutAt({test::Tetrahedron()[1]}, 2);
+    ASSERT_EQ(cut.chains.size(), 1u);
+    ASSERT_EQ(cut.chains[0].size(), 2u);
+    EXPECT_TRUE(cut.chains[0] == (Chain{{0, 0}, {0.5, 0}}) ||
+                cut.chains[0] == (Chain{{0.5, 0}, {0, 0}}));
+
+    std::vector<Facet> open = test::Tetrahedron();
+    open.pop_back();
+    EXPECT_EQ(CutAt(open, 1).chains.at(0).size(), 3u);
+}
+
 TEST(ContourCutter, TakesAFacetThatIsThereTwiceOnce) {
     std::vector<Facet> facets = test::Cube();
     const std::vector<Facet> again = facets;
@@ -122,7 +137,8 @@ TEST(LongestConvexRun, IsTheLongerOfTwo) {
 }
 
 TEST(ContourFigures, HaveAnEmptyRunWithoutALoop) {
-    const ContourFigures figures({}, 3);
+    const ContourFigures figures(
+        ContourSet{{}, {{{0, 0}, {1, 0}}, {{2, 0}, {3, 0}}, {{4, 0}, {5, 0}}}});
     EXPECT_EQ(figures.m_nLoops, 0u);
     EXPECT_EQ(figures.m_nOpen, 3u);
     EXPECT_EQ(figures.m_length, 0.0);
@@ -131,7 +147,7 @@ TEST(ContourFigures, HaveAnEmptyRunWithoutALoop) {
 
 TEST(ContourFigures, AddTheLengthsUp) {
     const Loop square{{0, 0}, {1, 0}, {1, 1}, {0, 1}};
-    const ContourFigures figures({square, {{5, 5}, {8, 5}, {8, 9}}}, 0);
+    const ContourFigures figures(ContourSet{{square, {{5, 5}, {8, 5}, {8, 9}}}, {}});
     EXPECT_EQ(figures.m_nLoops, 2u);
     EXPECT_DOUBLE_EQ(figures.m_length, 16.0);
     EXPECT_EQ(figures.m_run.GetCount(), 4);

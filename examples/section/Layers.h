@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <vector>
 
 #include <zt/ranges/Grid1D.h>
@@ -11,8 +12,12 @@
 #include <zt/ranges/RangeR1.h>
 #include <zt/ranges/RangeS1.h>
 
+#include "section/Bounds.h"
 #include "section/Contours.h"
 #include "section/Mesh.h"
+#include "section/Reach.h"
+#include "section/ScanFill.h"
+#include "section/Section.h"
 
 namespace section {
 
@@ -35,8 +40,15 @@ struct Layer {
     ZT::RangeS1 m_facing;
     /// The contours at the middle of the layer.
     ContourFigures m_contours;
+    /// The material there.
+    FillFigures m_fill;
+    /// From where the contours can be reached.
+    ReachFigures m_reach;
 
     Layer() { m_facing.SetEmpty(); }
+
+    /// Where the layer is cut.
+    double MiddleHeight() const { return m_range.GetPoint(0.5); }
 
     /// An element "Layer", on which the cursor stands already when loading.
     void PersistXML(ZT::PCExBase& pc);
@@ -67,10 +79,25 @@ public:
     /// library's tolerance. Takes one step per facet and one per layer.
     void CountFacets(const Mesh& mesh);
 
-    /// Finds for each layer which way the facets of `mesh` face and their contours,
-    /// in place of what was found before. Takes one step per facet and layer that it
-    /// meets, and the sorting of a layer's directions.
-    void MeasureSections(const Mesh& mesh);
+    /// Finds for each layer which way the facets of `mesh` face, and at its middle height
+    /// their contours, the material inside and from where the contours can be reached, in
+    /// place of what was found before. `bounds` are those of the mesh.
+    ///
+    /// Takes one step per facet and layer that it meets, and the sorting of a layer's
+    /// directions; for the rest see `SectionFiller` and `Reach`.
+    void MeasureSections(const Mesh& mesh, const Bounds& bounds);
+
+    /// The sections of the layers with these indices, which are in ascending order, after
+    /// `MeasureSections` of the same mesh.
+    std::deque<Section> SectionsOf(const Mesh& mesh, const Bounds& bounds,
+                                   const std::vector<std::size_t>& indices) const;
+
+    /// The scan lines of a section.
+    ScanLines LinesIn(const Bounds& bounds) const;
+
+    /// The number of scan lines of a section, where the bounds are neither flat along x nor
+    /// along y; 0 before `MeasureSections`.
+    ZT::uint64 ScanLineCount() const { return m_nScanLines; }
 
     /// From the first knot to the last.
     const ZT::RangeR1& Height() const { return m_height; }
@@ -99,6 +126,7 @@ private:
 
     ZT::RangeR1 m_height;
     double m_step = 0.0;
+    ZT::uint64 m_nScanLines = 0;
     ZT::RangeInt m_longestCover;
     std::vector<Layer> m_layers;
 };

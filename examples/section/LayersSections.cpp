@@ -1,4 +1,5 @@
 #include <cstddef>
+#include <utility>
 
 #include "section/Contours.h"
 #include "section/Facing.h"
@@ -7,7 +8,8 @@
 namespace section {
 namespace {
 
-/// The facets that a layer meets, for one layer after another from below.
+/// The facets that a layer meets, for one layer after another from below; layers may be
+/// passed over, and asked for again.
 class Sweep {
 public:
     Sweep(const std::vector<ZT::RangeInt>& covers, std::size_t layerCount)
@@ -16,16 +18,22 @@ public:
     }
 
     /// The indices of the facets that meet `layer`.
-    const std::vector<std::size_t>& MoveTo(int layer) {
-        std::erase_if(m_met, [&](std::size_t facet) { return m_covers[facet].m_max < layer; });
-        const auto at = static_cast<std::size_t>(layer);
-        for (std::size_t i = m_starts[at]; i < m_starts[at + 1]; ++i) {
-            m_met.push_back(m_order[i]);
+    const std::vector<std::size_t>& MoveTo(std::size_t layer) {
+        std::erase_if(m_met, [&](std::size_t facet) { return EndsBelow(facet, layer); });
+        const std::size_t end = m_starts[layer + 1];
+        for (; m_next < end; ++m_next) {
+            if (!EndsBelow(m_order[m_next], layer)) {
+                m_met.push_back(m_order[m_next]);
+            }
         }
         return m_met;
     }
 
 private:
+    bool EndsBelow(std::size_t facet, std::size_t layer) const {
+        return m_covers[facet].m_max < static_cast<int>(layer);
+    }
+
     /// Sorts the facets into the order in which layers meet them first, by counting.
     void OrderByStart() {
         for (const ZT::RangeInt& cover : m_covers) {
@@ -48,34 +56,32 @@ private:
     /// For each layer where its facets begin in the order, and where the last end.
     std::vector<std::size_t> m_starts;
     std::vector<std::size_t> m_order;
+    std::size_t m_next = 0;
     std::vector<std::size_t> m_met;
 };
 
-ContourFigures ContoursOf(const Mesh& mesh, const std::vector<std::size_t>& met, double height,
-                          double resolution) {
-    ContourCutter cutter(height, resolution);
-    for (const std::size_t facet : met) {
-        cutter.Add(mesh.m_facets[facet]);
-    }
-    const std::vector<Loop> loops = cutter.TakeLoops();
-    return {loops, cutter.OpenCount()};
-}
-
 }  // namespace
 
-void Layers::MeasureSections(const Mesh& mesh) {
+ScanLines Layers::LinesIn(const Bounds& bounds) const {
+    return {bounds, static_cast<int>(m_nScanLines)};
+}
+
+void Layers::MeasureSections(const Mesh& mesh, const Bounds& bounds) {
     const std::vector<ZT::RangeInt> covers = CoversOf(mesh);
-    const double resolution = ContourCutter::ResolutionFor(mesh);
     std::vector<Facing> facings;
     facings.reserve(mesh.m_facets.size());
     for (const Facet& facet : mesh.m_facets) {
         facings.push_back(FacingOf(facet));
     }
+    m_nScanLines = static_cast<ZT::uint64>(ScanLines::CountFor(m_layers.size()));
+    const ScanLines lines = LinesIn(bounds);
+    SectionCutter cutter(mesh, bounds, lines);
     Sweep sweep(covers, m_layers.size());
     std::vector<double> directions;
-    int index = 0;
-    for (Layer& layer : m_layers) {
-        const std::vector<std::size_t>& met = sweep.MoveTo(index++);
+    Fill fill, below;
+    for (std::size_t i = 0; i < m_layers.size(); ++i) {
+        Layer& layer = m_layers[i];
+        const std::vector<std::size_t>& met = sweep.MoveTo(i);
         directions.clear();
         for (const std::size_t facet : met) {
             if (facings[facet].m_eKind == Facing::eSide) {
@@ -83,8 +89,36 @@ void Layers::MeasureSections(const Mesh& mesh) {
             }
         }
         layer.m_facing = SmallestArc(directions);
-        layer.m_contours = ContoursOf(mesh, met, layer.m_range.GetPoint(0.5), resolution);
+        const ContourSet contours = cutter.ContoursOf(met, layer.MiddleHeight());
+        cutter.Refill(contours, fill);
+        layer.m_contours = ContourFigures(contours);
+        layer.m_fill = FillFigures(fill, i > 0 ? &below : nullptr);
+        layer.m_reach = ReachFigures(cutter.ReachOf(contours));
+        std::swap(fill, below);
     }
+}
+
+std::deque<Section> Layers::SectionsOf(const Mesh& mesh, const Bounds& bounds,
+                                       const std::vector<std::size_t>& indices) const {
+    const std::vector<ZT::RangeInt> covers = CoversOf(mesh);
+    const ScanLines lines = LinesIn(bounds);
+    SectionCutter cutter(mesh, bounds, lines);
+    Sweep sweep(covers, m_layers.size());
+    const auto contoursOf = [&](std::size_t index) {
+        return cutter.ContoursOf(sweep.MoveTo(index), m_layers[index].MiddleHeight());
+    };
+    std::deque<Section> sections;
+    for (const std::size_t index : indices) {
+        Section& section = sections.emplace_back();
+        section.m_nLayer = index;
+        if (index > 0) {
+            cutter.Refill(contoursOf(index - 1), section.m_below);
+        }
+        section.m_contours = contoursOf(index);
+        cutter.Refill(section.m_contours, section.m_fill);
+        section.m_reach = cutter.ReachOf(section.m_contours);
+    }
+    return sections;
 }
 
 }  // namespace section

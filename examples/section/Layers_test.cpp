@@ -192,8 +192,9 @@ TEST(Layers, TellTheLongestCoverOfAFacet) {
 
 Layers Measured(const std::vector<Facet>& facets, const Cut& cut) {
     const Mesh mesh{facets};
-    Layers layers(Bounds(mesh).m_axes[eAxisZ], cut);
-    layers.MeasureSections(mesh);
+    const Bounds bounds(mesh);
+    Layers layers(bounds.m_axes[eAxisZ], cut);
+    layers.MeasureSections(mesh, bounds);
     return layers;
 }
 
@@ -232,6 +233,151 @@ TEST(Sections, OfAFlatOrDegenerateMeshFaceNoWay) {
     }
 }
 
+TEST(Sections, OfARingAreFilledRoundItsHole) {
+    // 64 lines over a width of 3; 22 of them meet the hole of width 1.
+    const Layers layers = Measured(test::Ring(), {.m_step = 0.5});
+    EXPECT_EQ(layers.ScanLineCount(), 64u);
+    ASSERT_EQ(layers.All().size(), 2u);
+    for (const Layer& layer : layers.All()) {
+        EXPECT_NEAR(layer.m_fill.m_material, 42 * 3 + 22 * 2, 1e-9);
+        EXPECT_NEAR(layer.m_fill.m_voids, 22, 1e-9);
+        EXPECT_EQ(layer.m_fill.m_nUnpaired, 0u);
+        EXPECT_EQ(layer.m_reach.m_nContours, 2u);
+        EXPECT_EQ(layer.m_reach.m_nReached, 1u);
+        EXPECT_NEAR(layer.m_reach.m_free, ZT::zPi, 1e-9);
+    }
+    EXPECT_EQ(layers.All()[0].m_fill.m_carried, 0.0);
+    EXPECT_NEAR(layers.All()[1].m_fill.m_carried, 1.0, 1e-9);
+}
+
+/// A prism from z = 0 to 1 over a right-angled triangle with legs of 1.
+std::vector<Facet> TrianglePrism() {
+    const Point a{0, 0, 0}, b{1, 0, 0}, c{0, 1, 0}, d{0, 0, 1}, e{1, 0, 1}, f{0, 1, 1};
+    return {{a, c, b}, {d, e, f}, {a, b, e}, {a, e, d}, {b, c, f}, {b, f, e}, {c, a, d}, {c, d, f}};
+}
+
+TEST(Sections, OfATrianglePrismFillHalfOfTheBounds) {
+    const Layers layers = Measured(TrianglePrism(), {.m_step = 0.25});
+    ASSERT_EQ(layers.All().size(), 4u);
+    for (const Layer& layer : layers.All()) {
+        EXPECT_NEAR(layer.m_fill.m_material, 32.0, 1e-9);
+        EXPECT_NEAR(layer.m_fill.m_voids, 32.0, 1e-9);
+        EXPECT_NEAR(layer.m_fill.Share(), 0.5, 1e-9);
+        EXPECT_TRUE(layer.m_reach.m_hardest.IsFull());
+    }
+}
+
+TEST(Sections, OfTwoCubesStandSideBySide) {
+    std::vector<Facet> facets = test::Cube();
+    for (Facet facet : test::Cube()) {
+        for (Point& corner : facet) {
+            corner[eAxisX] += 3;
+        }
+        facets.push_back(facet);
+    }
+    const Layer layer = Measured(facets, {.m_step = 1.0}).All().front();
+    EXPECT_NEAR(layer.m_fill.m_material, 128.0, 1e-9);
+    EXPECT_NEAR(layer.m_fill.m_voids, 128.0, 1e-9);
+    EXPECT_EQ(layer.m_reach.m_nContours, 2u);
+    EXPECT_EQ(layer.m_reach.m_nReached, 2u);
+}
+
+TEST(Sections, OfACubeBehindAWallAreNotReachedThroughIt) {
+    // The wall is 5 wide and stands 2 before the cube. The cube is reached round both ends
+    // of it, from the lowest angle at its far corners; the wall is reached all round.
+    std::vector<Facet> facets = test::Cube();
+    for (Facet facet : test::Cube()) {
+        for (Point& corner : facet) {
+            corner[eAxisX] += 3;
+            corner[eAxisY] *= 5;
+        }
+        facets.push_back(facet);
+    }
+    const ReachFigures reach = Measured(facets, {.m_step = 1.0}).All().front().m_reach;
+    const double end = std::atan2(2, 3);
+    EXPECT_NEAR(reach.m_hardest.m_min, end, 1e-9);
+    EXPECT_NEAR(reach.m_hardest.m_max, -end, 1e-9);
+    EXPECT_NEAR(reach.m_free, ZT::z2Pi - end, 1e-9);
+}
+
+TEST(Sections, OfABodyThatLeansOverAreCarriedInPart) {
+    // Cubes of width 1, the upper one moved by a quarter.
+    std::vector<Facet> facets = test::Cube();
+    for (Facet facet : test::Cube()) {
+        for (Point& corner : facet) {
+            corner[eAxisX] += 0.25f;
+            corner[eAxisZ] += 1;
+        }
+        facets.push_back(facet);
+    }
+    const Layers layers = Measured(facets, {.m_step = 1.0});
+    ASSERT_EQ(layers.All().size(), 2u);
+    EXPECT_NEAR(layers.All()[1].m_fill.m_carried, 0.75, 1e-9);
+    EXPECT_NEAR(layers.All()[1].m_fill.m_voids, 16.0, 1e-9);
+}
+
+TEST(Sections, OfACubeWithoutAWallAreFilledWhereItIsClosed) {
+    // The wall at x = 0.5 is missing, so that every line is crossed once.
+    std::vector<Facet> facets = test::Cube();
+    facets.erase(facets.begin() + 2, facets.begin() + 4);
+    const Layer sideways = Measured(facets, {.m_step = 1.0}).All().front();
+    EXPECT_EQ(sideways.m_contours.m_nOpen, 1u);
+    EXPECT_EQ(sideways.m_fill.m_nUnpaired, 64u);
+    EXPECT_EQ(sideways.m_fill.m_material, 0.0);
+    EXPECT_NEAR(sideways.m_fill.m_voids, 64.0, 1e-9);
+    EXPECT_EQ(sideways.m_reach.m_nContours, 1u);
+    EXPECT_EQ(sideways.m_reach.m_nReached, 1u);
+
+    // The wall at y = -0.5 is missing, which no line meets.
+    facets = test::Cube();
+    facets.erase(facets.begin(), facets.begin() + 2);
+    const Layer along = Measured(facets, {.m_step = 1.0}).All().front();
+    EXPECT_EQ(along.m_fill.m_nUnpaired, 0u);
+    EXPECT_NEAR(along.m_fill.m_material, 64.0, 1e-9);
+}
+
+TEST(Sections, OfASingleFacetHoldNoMaterial) {
+    const Layers layers =
+        Measured({{Point{0, 0, 0}, Point{5, 1, 0}, Point{2, 3, 4}}}, {.m_step = 1.0});
+    ASSERT_EQ(layers.All().size(), 4u);
+    for (const Layer& layer : layers.All()) {
+        EXPECT_EQ(layer.m_contours.m_nOpen, 1u);
+        EXPECT_EQ(layer.m_fill.m_material, 0.0);
+        EXPECT_GT(layer.m_fill.m_nUnpaired, 0u);
+        EXPECT_TRUE(layer.m_reach.m_hardest.IsFull());
+    }
+}
+
+TEST(Sections, AreNotChangedByDegenerateFacets) {
+    std::vector<Facet> facets = test::Ring();
+    const Layer before = Measured(facets, {.m_step = 1.0}).All().front();
+    const Point p{1.5f, 0, 0}, q{1.5f, 0, 1};
+    facets.push_back({p, q, q});
+    facets.push_back({p, p, p});
+    facets.push_back({p, q, Point{1.5f, 0, 0.5f}});
+    const Layer after = Measured(facets, {.m_step = 1.0}).All().front();
+    EXPECT_EQ(after.m_fill.m_material, before.m_fill.m_material);
+    EXPECT_EQ(after.m_fill.m_nUnpaired, 0u);
+    EXPECT_EQ(after.m_reach.m_free, before.m_reach.m_free);
+}
+
+TEST(Sections, AreFoundAgainForAPicture) {
+    const Mesh mesh{test::Ring()};
+    const Bounds bounds(mesh);
+    Layers layers(bounds.m_axes[eAxisZ], {.m_step = 0.125});
+    layers.MeasureSections(mesh, bounds);
+    const std::deque<Section> sections = layers.SectionsOf(mesh, bounds, {0, 3, 4, 7});
+    ASSERT_EQ(sections.size(), 4u);
+    for (const Section& section : sections) {
+        const FillFigures& expected = layers.All()[section.m_nLayer].m_fill;
+        const FillFigures found(section.m_fill, section.m_nLayer > 0 ? &section.m_below : nullptr);
+        EXPECT_EQ(found.m_material, expected.m_material);
+        EXPECT_EQ(found.m_carried, expected.m_carried);
+        EXPECT_EQ(section.m_contours.m_loops.size(), 2u);
+        EXPECT_EQ(section.m_reach.All().size(), 2u);
+    }
+}
+
 /// A sphere of radius 1 as bands of quads, each of two facets.
 std::vector<Facet> Sphere(int bands, int sectors) {
     const auto at = [&](int band, int sector) {
@@ -257,11 +403,15 @@ TEST(Sections, OfASphereOfManyFacetsAreOneLoopEach) {
     const Layers layers = Measured(facets, {.m_count = 20});
     ASSERT_EQ(layers.All().size(), 20u);
     for (const Layer& layer : layers.All()) {
-        const double height = layer.m_range.GetPoint(0.5);
+        const double height = layer.MiddleHeight();
         EXPECT_EQ(layer.m_contours.m_nLoops, 1u);
         EXPECT_EQ(layer.m_contours.m_nOpen, 0u);
         EXPECT_NEAR(layer.m_contours.m_length, 2 * ZT::zPi * std::sqrt(1 - height * height), 0.01);
         EXPECT_GT(layer.m_facing.GetDiff(), 6.2);
+        // The lines lie a 32nd apart, over a disc.
+        EXPECT_NEAR(layer.m_fill.m_material / 32, ZT::zPi * (1 - height * height), 0.02);
+        EXPECT_EQ(layer.m_fill.m_nUnpaired, 0u);
+        EXPECT_EQ(layer.m_reach.m_nReached, 1u);
     }
 }
 

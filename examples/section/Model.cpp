@@ -43,6 +43,17 @@ bool SameContours(const ContourFigures& a, const ContourFigures& b) {
            SameNumber(a.m_length, b.m_length) && SameRun(a.m_run, b.m_run);
 }
 
+bool SameFill(const FillFigures& a, const FillFigures& b) {
+    return SameNumber(a.m_material, b.m_material) && SameNumber(a.m_voids, b.m_voids) &&
+           SameNumber(a.m_carried, b.m_carried) && a.m_nSlivers == b.m_nSlivers &&
+           a.m_nUnpaired == b.m_nUnpaired;
+}
+
+bool SameReach(const ReachFigures& a, const ReachFigures& b) {
+    return a.m_nContours == b.m_nContours && a.m_nReached == b.m_nReached &&
+           SameNumber(a.m_free, b.m_free) && SameArc(a.m_hardest, b.m_hardest);
+}
+
 /// What differs between two layers, or nothing.
 std::string LayerDifference(const Layer& a, const Layer& b) {
     if (!SameRange(a.m_range, b.m_range)) {
@@ -54,7 +65,13 @@ std::string LayerDifference(const Layer& a, const Layer& b) {
     if (!SameArc(a.m_facing, b.m_facing)) {
         return "directions";
     }
-    return SameContours(a.m_contours, b.m_contours) ? "" : "contours";
+    if (!SameContours(a.m_contours, b.m_contours)) {
+        return "contours";
+    }
+    if (!SameFill(a.m_fill, b.m_fill)) {
+        return "material";
+    }
+    return SameReach(a.m_reach, b.m_reach) ? "" : "reach";
 }
 
 std::string LayersDifference(const Layers& a, const Layers& b) {
@@ -66,6 +83,9 @@ std::string LayersDifference(const Layers& a, const Layers& b) {
     }
     if (!SameRange(a.Height(), b.Height())) {
         return "height of the layers";
+    }
+    if (a.ScanLineCount() != b.ScanLineCount()) {
+        return "number of scan lines";
     }
     if (a.LongestCover() != b.LongestCover()) {
         return "longest cover of the layers";
@@ -88,7 +108,7 @@ Model::Model(const std::string& source, const Mesh& mesh, const Cut& cut)
       m_facings(mesh),
       m_layers(m_bounds.m_axes[eAxisZ], cut) {
     m_layers.CountFacets(mesh);
-    m_layers.MeasureSections(mesh);
+    m_layers.MeasureSections(mesh, m_bounds);
 }
 
 std::string FirstDifference(const Model& a, const Model& b) {

@@ -5,17 +5,15 @@
 #include <string>
 #include <vector>
 
-#include <platform/com/ComError.h>
-#include <platform/xml/Dom.h>
 #include <zt/persist/PCExBase.h>
 
-#include "section/Failure.h"
+#include "section/DocumentFile.h"
 
 namespace section {
 namespace {
 
 constexpr const char* kRoot = "Section";
-constexpr int kVersion = 2;
+constexpr int kVersion = 3;
 
 /// The directions of a run, as the context's mode.
 constexpr int kLoading = 0;
@@ -116,6 +114,14 @@ void PersistLength(ZT::PCExBase& pc, const char* name, double& length, double le
     }
 }
 
+/// A part of a whole, from 0 to 1.
+void PersistShare(ZT::PCExBase& pc, const char* name, double& share) {
+    PersistLength(pc, name, share, 0.0);
+    if (share > 1.0) {
+        FailAt(pc, name);
+    }
+}
+
 /// A number of things. The cursor makes 0 of a missing one, which is a number like others.
 void PersistCount(ZT::PCExBase& pc, const char* name, ZT::uint64& count) {
     pc.PersistDWORD(name, count, false);
@@ -173,16 +179,6 @@ void Run(int mode, const IXMLDOMDocumentPtr& document, const IXMLDOMElementPtr& 
     cursor.PopElement(false);
 }
 
-Failure NamingFile(const std::filesystem::path& path, const std::string& text) {
-    return Failure(Printable(path.string()) + ": " + text);
-}
-
-std::string TextOf(const _com_error& error) {
-    const _bstr_t description = error.Description();
-    return description.length() > 0 ? Printable(static_cast<const char*>(description))
-                                    : error.ErrorMessage();
-}
-
 std::string TextOf(const IXMLDOMParseError& error) {
     std::string reason = Printable(error.reason());
     if (error.line() == 0) {
@@ -190,15 +186,6 @@ std::string TextOf(const IXMLDOMParseError& error) {
     }
     return "line " + std::to_string(error.line()) + ", column " + std::to_string(error.linepos()) +
            ": " + reason;
-}
-
-void Save(const IXMLDOMDocumentPtr& document, const std::filesystem::path& path) {
-    try {
-        document->save(path.string());
-    } catch (const _com_error& error) {
-        // The description names the file.
-        throw Failure(TextOf(error));
-    }
 }
 
 IXMLDOMElementPtr LoadRoot(const IXMLDOMDocumentPtr& document, const std::filesystem::path& path) {
@@ -245,12 +232,36 @@ void ContourFigures::PersistXML(ZT::PCExBase& pc) {
     pc.PopElement(false);
 }
 
+void FillFigures::PersistXML(ZT::PCExBase& pc) {
+    OpenElement(pc, "Fill");
+    PersistLength(pc, "Material", m_material, 0.0);
+    PersistLength(pc, "Voids", m_voids, 0.0);
+    PersistShare(pc, "Carried", m_carried);
+    PersistCount(pc, "Slivers", m_nSlivers);
+    PersistCount(pc, "Unpaired", m_nUnpaired);
+    pc.PopElement(false);
+}
+
+void ReachFigures::PersistXML(ZT::PCExBase& pc) {
+    OpenElement(pc, "Reach");
+    PersistCount(pc, "Contours", m_nContours);
+    PersistCount(pc, "Reached", m_nReached);
+    if (m_nReached > m_nContours) {
+        FailAt(pc, "Reached");
+    }
+    PersistLength(pc, "Free", m_free, 0.0);
+    PersistArc(pc, "Hardest", m_hardest);
+    pc.PopElement(false);
+}
+
 void Layer::PersistXML(ZT::PCExBase& pc) {
     pc.PersistElement("Layer", false);
     PersistRange(pc, m_range);
     PersistCount(pc, "Facets", m_nFacets);
     PersistArc(pc, "Facing", m_facing);
     m_contours.PersistXML(pc);
+    m_fill.PersistXML(pc);
+    m_reach.PersistXML(pc);
     pc.PopIfStoring();
 }
 
@@ -261,6 +272,10 @@ void Layers::PersistXML(ZT::PCExBase& pc) {
     ZT::uint64 knots = KnotCount();
     PersistCount(pc, "Knots", knots);
     PersistIndices(pc, "LongestCover", m_longestCover, knots);
+    PersistCount(pc, "ScanLines", m_nScanLines);
+    if (m_nScanLines > static_cast<ZT::uint64>(ScanLines::kMostEach)) {
+        FailAt(pc, "ScanLines");
+    }
     PersistList(pc, "Layer", m_layers);
     if (knots != KnotCount()) {
         FailAt(pc, "Knots");
@@ -284,7 +299,7 @@ void StoreModel(Model model, const std::filesystem::path& path) {
     try {
         const IXMLDOMDocumentPtr document = IXMLDOMDocumentPtr::CreateInstance();
         Run(kStoring, document, document->appendChild(document->createElement(kRoot)), model);
-        Save(document, path);
+        SaveDocument(document, path);
     } catch (const _com_error& error) {
         throw NamingFile(path, TextOf(error));
     }

@@ -59,7 +59,7 @@ TEST_F(ModelDocument, IsIndentedForPeople) {
     StoreModel(Tetrahedron(), m_path);
     EXPECT_EQ(test::Content(m_path),
               "<Section>\n"
-              "\t<Version>2</Version>\n"
+              "\t<Version>3</Version>\n"
               "\t<Model>\n"
               "\t\t<File>a.stl</File>\n"
               "\t\t<Facets>4</Facets>\n"
@@ -84,6 +84,7 @@ TEST_F(ModelDocument, IsIndentedForPeople) {
               "\t\t\t<Step>2</Step>\n"
               "\t\t\t<Knots>3</Knots>\n"
               "\t\t\t<LongestCover>0 1</LongestCover>\n"
+              "\t\t\t<ScanLines>64</ScanLines>\n"
               "\t\t\t<Layer>\n"
               "\t\t\t\t<Rg>0 2</Rg>\n"
               "\t\t\t\t<Facets>4</Facets>\n"
@@ -97,6 +98,22 @@ TEST_F(ModelDocument, IsIndentedForPeople) {
               "\t\t\t\t\t<Length>3.92705</Length>\n"
               "\t\t\t\t\t<Run>0 0 0 3</Run>\n"
               "\t\t\t\t</Contours>\n"
+              "\t\t\t\t<Fill>\n"
+              "\t\t\t\t\t<Material>18</Material>\n"
+              "\t\t\t\t\t<Voids>46</Voids>\n"
+              "\t\t\t\t\t<Carried>0</Carried>\n"
+              "\t\t\t\t\t<Slivers>0</Slivers>\n"
+              "\t\t\t\t\t<Unpaired>0</Unpaired>\n"
+              "\t\t\t\t</Fill>\n"
+              "\t\t\t\t<Reach>\n"
+              "\t\t\t\t\t<Contours>1</Contours>\n"
+              "\t\t\t\t\t<Reached>1</Reached>\n"
+              "\t\t\t\t\t<Free>6.28319</Free>\n"
+              "\t\t\t\t\t<Hardest>\n"
+              "\t\t\t\t\t\t<State>0</State>\n"
+              "\t\t\t\t\t\t<Rg>3.14159 3.14159</Rg>\n"
+              "\t\t\t\t\t</Hardest>\n"
+              "\t\t\t\t</Reach>\n"
               "\t\t\t</Layer>\n"
               "\t\t\t<Layer>\n"
               "\t\t\t\t<Rg>2 4</Rg>\n"
@@ -111,6 +128,22 @@ TEST_F(ModelDocument, IsIndentedForPeople) {
               "\t\t\t\t\t<Length>1.30902</Length>\n"
               "\t\t\t\t\t<Run>0 0 0 3</Run>\n"
               "\t\t\t\t</Contours>\n"
+              "\t\t\t\t<Fill>\n"
+              "\t\t\t\t\t<Material>2</Material>\n"
+              "\t\t\t\t\t<Voids>62</Voids>\n"
+              "\t\t\t\t\t<Carried>1</Carried>\n"
+              "\t\t\t\t\t<Slivers>0</Slivers>\n"
+              "\t\t\t\t\t<Unpaired>0</Unpaired>\n"
+              "\t\t\t\t</Fill>\n"
+              "\t\t\t\t<Reach>\n"
+              "\t\t\t\t\t<Contours>1</Contours>\n"
+              "\t\t\t\t\t<Reached>1</Reached>\n"
+              "\t\t\t\t\t<Free>6.28319</Free>\n"
+              "\t\t\t\t\t<Hardest>\n"
+              "\t\t\t\t\t\t<State>0</State>\n"
+              "\t\t\t\t\t\t<Rg>3.14159 3.14159</Rg>\n"
+              "\t\t\t\t\t</Hardest>\n"
+              "\t\t\t\t</Reach>\n"
               "\t\t\t</Layer>\n"
               "\t\t</Layers>\n"
               "\t</Model>\n"
@@ -197,10 +230,10 @@ TEST_F(ModelDocument, WithAnotherRootIsRefused) {
 }
 
 TEST_F(ModelDocument, OfAnotherVersionIsRefused) {
-    EXPECT_EQ(FailureWith("<Version>2<", "<Version>1<"),
-              "a model of version 1, and this program knows version 2");
-    EXPECT_EQ(FailureWith("<Version>2<", "<Version>3<"),
-              "a model of version 3, and this program knows version 2");
+    for (const std::string version : {"1", "2", "4"}) {
+        EXPECT_EQ(FailureWith("<Version>3<", "<Version>" + version + "<"),
+                  "a model of version " + version + ", and this program knows version 3");
+    }
 }
 
 TEST_F(ModelDocument, WithoutAnElementIsRefused) {
@@ -212,7 +245,7 @@ TEST_F(ModelDocument, WithoutAnElementIsRefused) {
                 EndsWith("Section/Model/Layers/Layer/Facets" + missing));
     EXPECT_THAT(FailureWith("<Rg>0 4</Rg>", ""), EndsWith("Section/Model/Bounds/Z/Rg" + missing));
     EXPECT_THAT(
-        LoadFailure("<Section><Version>2</Version><Model><Facets>1</Facets></Model></Section>"),
+        LoadFailure("<Section><Version>3</Version><Model><Facets>1</Facets></Model></Section>"),
         EndsWith("Section/Model/Bounds" + missing));
 }
 
@@ -245,6 +278,19 @@ TEST_F(ModelDocument, WithADamagedFigureIsRefused) {
         {"<Run>0 0 0 3</Run>", "", layer + "Contours/Run"},
         {"<Run>0 0 0 3<", "<Run>0 0 3 3<", layer + "Contours/Run"},
         {"<Run>0 0 0 3<", "<Run>7 0 0 3<", layer + "Contours/Run"},
+        {"<ScanLines>64</ScanLines>", "", layers + "ScanLines"},
+        {"<ScanLines>64<", "<ScanLines>65<", layers + "ScanLines"},
+        {"<Material>18</Material>", "", layer + "Fill/Material"},
+        {"<Material>18<", "<Material>-18<", layer + "Fill/Material"},
+        {"<Voids>46<", "<Voids>inf<", layer + "Fill/Voids"},
+        {"<Carried>1<", "<Carried>1.5<", layer + "Fill/Carried"},
+        {"<Carried>1</Carried>", "", layer + "Fill/Carried"},
+        {"<Slivers>0</Slivers>", "", layer + "Fill/Slivers"},
+        {"<Unpaired>0<", "<Unpaired>none<", layer + "Fill/Unpaired"},
+        {"<Reached>1<", "<Reached>2<", layer + "Reach/Reached"},
+        {"<Free>6.28319</Free>", "", layer + "Reach/Free"},
+        {"<State>0</State>", "", layer + "Reach/Hardest/State"},
+        {"<Rg>3.14159 3.14159<", "<Rg>5 3.14159<", layer + "Reach/Hardest/Rg"},
     };
     for (const auto& [old, replacement, where] : cases) {
         EXPECT_THAT(FailureWith(old, replacement),

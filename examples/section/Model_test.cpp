@@ -73,6 +73,41 @@ TEST(FirstDifference, NamesWhatDiffersInALayer) {
               "contours of layer 1");
 }
 
+TEST(FirstDifference, NamesWhatDiffersInTheMaterialOfALayer) {
+    // The same contours, one of them moved over the other: what is carried differs.
+    const auto tower = [](float shift) {
+        Mesh mesh{test::Cube()};
+        for (Facet facet : test::Cube()) {
+            for (Point& corner : facet) {
+                corner[eAxisX] += shift;
+                corner[eAxisZ] += 1;
+            }
+            mesh.m_facets.push_back(facet);
+        }
+        mesh.m_facets.push_back({Point{-2, -2, 0}, Point{2, 2, 0}, Point{2, -2, 0}});
+        return Model("a.stl", mesh, Cut{.m_step = 1.0});
+    };
+    EXPECT_EQ(FirstDifference(tower(0.25f), tower(-0.25f)), "");
+    EXPECT_EQ(FirstDifference(tower(0.25f), tower(0.5f)), "material of layer 2");
+}
+
+TEST(FirstDifference, NamesWhatDiffersInTheReachOfALayer) {
+    // A post in the hole of a ring or beside the ring, on the same scan lines.
+    const auto post = [](float x) {
+        Mesh mesh{test::Ring()};
+        for (Facet facet : test::Walls(0.25f)) {
+            for (Point& corner : facet) {
+                corner[eAxisX] += x;
+            }
+            mesh.m_facets.push_back(facet);
+        }
+        mesh.m_facets.push_back({Point{-3, -3, 0}, Point{3, 3, 0}, Point{3, -3, 0}});
+        return Model("a.stl", mesh, Cut{.m_step = 1.0});
+    };
+    EXPECT_EQ(FirstDifference(post(0), post(0)), "");
+    EXPECT_EQ(FirstDifference(post(0), post(2)), "reach of layer 1");
+}
+
 TEST(FirstDifference, LeavesOutWhatSixDigitsDoNotTell) {
     EXPECT_EQ(FirstDifference(Scaled(1.00001f), Scaled(1.000013f)), "");
     EXPECT_EQ(FirstDifference(Scaled(1.00001f), Scaled(1.00002f)), "bounds along x");

@@ -18,6 +18,8 @@ constexpr std::size_t kTitleWidth = 10;
 constexpr std::size_t kColumnWidth = 13;
 constexpr std::size_t kCountWidth = 8;
 constexpr std::size_t kArcWidth = 20;
+constexpr std::size_t kShareWidth = 9;
+constexpr std::size_t kReachWidth = 10;
 constexpr std::size_t kMostRows = 24;
 constexpr std::size_t kRowsAtEachEnd = 10;
 
@@ -36,16 +38,11 @@ std::string Title(const std::string& text) {
     return text + std::string(kTitleWidth - text.size(), ' ');
 }
 
-/// How the lengths of one model are written, so that their points stand below
-/// one another.
+/// How lengths up to a longest one are written, so that their points stand below one
+/// another.
 class LengthFormat {
 public:
-    explicit LengthFormat(const Model& model) {
-        double longest = 0.0;
-        for (const ZT::RangeR1& range : model.m_bounds.m_axes) {
-            longest = std::max(
-                {longest, std::abs(range.m_min), std::abs(range.m_max), range.GetLength()});
-        }
+    explicit LengthFormat(double longest) {
         constexpr double kMostFixed = 1e6;
         constexpr double kLeastFixed = 1e-3;
         m_bFixed = longest == 0.0 || (kLeastFixed <= longest && longest < kMostFixed);
@@ -65,6 +62,21 @@ private:
     bool m_bFixed;
     int m_decimals;
 };
+
+/// The longest of the lengths along the axes, and of the distances from zero.
+double LongestOf(const Bounds& bounds) {
+    double longest = 0.0;
+    for (const ZT::RangeR1& range : bounds.m_axes) {
+        longest =
+            std::max({longest, std::abs(range.m_min), std::abs(range.m_max), range.GetLength()});
+    }
+    return longest;
+}
+
+/// The length of the scan lines of a layer together.
+double LengthOf(const ScanLines& lines) {
+    return lines.Within().GetSize() * static_cast<double>(lines.Places().size());
+}
 
 std::string Plural(ZT::uint64 count, const std::string& one) {
     return std::to_string(count) + ' ' + one + (count == 1 ? "" : "s");
@@ -135,21 +147,76 @@ std::string LayerHeading() {
            Right("length", kColumnWidth) + Right("convex", kCountWidth) + '\n';
 }
 
-std::string LayerRows(const Layers& layers, const LengthFormat& format) {
+/// A share in percent, or "-" where it is a share of nothing.
+std::string ShareText(double share, double whole) {
+    return whole > 0.0 ? Fixed(100.0 * share, 1) + '%' : "-";
+}
+
+/// The contours that can be reached out of those looked at.
+std::string ReachText(const ReachFigures& reach) {
+    return reach.m_nContours == 0
+               ? "-"
+               : std::to_string(reach.m_nReached) + '/' + std::to_string(reach.m_nContours);
+}
+
+std::string FreeText(const ReachFigures& reach) {
+    return reach.m_nContours == 0 ? "-" : Degrees(reach.m_free * ZT::zDegPerRad);
+}
+
+std::string FillRow(const Layers& layers, std::size_t index, const LengthFormat& format) {
+    const Layer& layer = layers.All()[index];
+    const FillFigures& fill = layer.m_fill;
+    return Right(std::to_string(index + 1), kTitleWidth) + format.Column(fill.m_material) +
+           format.Column(fill.m_voids) +
+           Right(ShareText(fill.Share(), fill.m_material + fill.m_voids), kShareWidth) +
+           Right(index > 0 ? ShareText(fill.m_carried, fill.m_material) : "-", kShareWidth) +
+           Right(std::to_string(fill.m_nUnpaired), kCountWidth - 2) +
+           Right(ReachText(layer.m_reach), kReachWidth) +
+           Right(FreeText(layer.m_reach), kShareWidth) +
+           Right(ArcText(layer.m_reach.m_hardest), kArcWidth) + '\n';
+}
+
+std::string FillHeading() {
+    return Title("Middle") + Right("material", kColumnWidth) + Right("voids", kColumnWidth) +
+           Right("share", kShareWidth) + Right("carried", kShareWidth) +
+           Right("odd", kCountWidth - 2) + Right("reached", kReachWidth) +
+           Right("free", kShareWidth) + Right("hardest way", kArcWidth) + '\n';
+}
+
+/// A heading and a row for each layer, or for the first and the last of many.
+template <class Row>
+std::string LayerRows(const std::string& heading, const Layers& layers, const Row& row) {
     const std::size_t count = layers.All().size();
     const bool all = count <= kMostRows;
-    std::string rows = LayerHeading();
+    std::string rows = heading;
     for (std::size_t i = 0; i < (all ? count : kRowsAtEachEnd); ++i) {
-        rows += LayerRow(layers, i, format);
+        rows += row(i);
     }
     if (!all) {
         const std::size_t left = count - 2 * kRowsAtEachEnd;
         rows += Right("...", kTitleWidth) + "  " + std::to_string(left) + " more\n";
     }
     for (std::size_t i = all ? count : count - kRowsAtEachEnd; i < count; ++i) {
-        rows += LayerRow(layers, i, format);
+        rows += row(i);
     }
     return rows;
+}
+
+/// The scan lines, and what was odd along them.
+std::string ScanRows(const Model& model) {
+    const std::size_t lines = model.m_layers.LinesIn(model.m_bounds).Places().size();
+    if (lines == 0) {
+        return Title("Scan") + "no lines: the bounds are flat along x or y\n";
+    }
+    ZT::uint64 slivers = 0, unpaired = 0;
+    for (const Layer& layer : model.m_layers.All()) {
+        slivers += layer.m_fill.m_nSlivers;
+        unpaired += layer.m_fill.m_nUnpaired;
+    }
+    const double spacing = model.m_bounds.m_axes[eAxisY].GetLength() / static_cast<double>(lines);
+    return Title("Scan") + Plural(lines, "line") + " along x on each layer, " + Number(spacing) +
+           " apart\n" + Title("") + Plural(slivers, "sliver") + " cleaned away, " +
+           Plural(unpaired, "crossing") + " without a partner\n";
 }
 
 /// The grid: its layers and knots, and how many layers a facet covers at most.
@@ -171,10 +238,16 @@ std::string GridRows(const Layers& layers) {
 }  // namespace
 
 void PrintModel(std::ostream& out, const Model& model) {
-    const LengthFormat format(model);
-    out << MeshRows(model) << GridRows(model.m_layers) << '\n'
+    const Layers& layers = model.m_layers;
+    const LengthFormat format(LongestOf(model.m_bounds));
+    const LengthFormat sumFormat(LengthOf(layers.LinesIn(model.m_bounds)));
+    out << MeshRows(model) << GridRows(layers) << ScanRows(model) << '\n'
         << BoundsRows(model, format) << '\n'
-        << LayerRows(model.m_layers, format);
+        << LayerRows(LayerHeading(), layers,
+                     [&](std::size_t i) { return LayerRow(layers, i, format); })
+        << '\n'
+        << LayerRows(FillHeading(), layers,
+                     [&](std::size_t i) { return FillRow(layers, i, sumFormat); });
 }
 
 }  // namespace section

@@ -31,6 +31,8 @@ TEST(Report, StandsInColumns) {
               "          3 facing sideways, 1 horizontal, 0 degenerate\n"
               "Grid      2 layers along z, 2 thick; 3 knots from 0 to 4\n"
               "          a facet covers 2 layers at most: 1 to 2\n"
+              "Scan      64 lines along x on each layer, 0.03125 apart\n"
+              "          0 slivers cleaned away, 0 crossings without a partner\n"
               "\n"
               "Bounds             from           to       length\n"
               "         x      0.00000      1.00000      1.00000\n"
@@ -42,7 +44,14 @@ TEST(Report, StandsInColumns) {
               "         1      0.00000      2.00000       4     180.0° to 26.6°     1     0      "
               "3.92705     3/3\n"
               "         2      2.00000      4.00000       3     180.0° to 26.6°     1     0      "
-              "1.30902     3/3\n");
+              "1.30902     3/3\n"
+              "\n"
+              "Middle         material        voids    share  carried   odd   reached     free    "
+              "     hardest way\n"
+              "         1      18.0000      46.0000    28.1%        -     0       1/1   360.0°    "
+              "       all round\n"
+              "         2       2.0000      62.0000     3.1%   100.0%     0       1/1   360.0°    "
+              "       all round\n");
 }
 
 TEST(Report, KeepsAForeignNameOnItsLine) {
@@ -85,6 +94,8 @@ TEST(Report, LeavesOutTheMiddleOfManyLayers) {
     EXPECT_THAT(printed, HasSubstr("\n        10 "));
     EXPECT_THAT(printed, Not(HasSubstr("\n        11 ")));
     EXPECT_THAT(printed, HasSubstr("\n       ...  80 more\n        91 "));
+    EXPECT_THAT(printed.substr(printed.find("Middle")),
+                HasSubstr("\n       ...  80 more\n        91 "));
     EXPECT_THAT(printed, HasSubstr("\n       100 "));
 }
 
@@ -94,6 +105,30 @@ TEST(Report, TellsALayerThatNothingMeets) {
     mesh.m_facets.push_back({Point{0, 0, 1}, Point{0, 0, 1}, Point{0, 0, 1}});
     EXPECT_THAT(Printed(mesh, Cut{.m_count = 4}),
                 HasSubstr(" 0                none     0     0      0.00000       -\n"));
+}
+
+TEST(Report, TellsALayerThatHasNothingAtItsMiddle) {
+    const std::string printed =
+        Printed(Mesh{{{Point{0, 0, 0}, Point{1, 0, 0}, Point{0, 1, 0}}}}, Cut{.m_count = 1});
+    EXPECT_THAT(printed, HasSubstr("\n         1       0.0000      64.0000     0.0%        -     0 "
+                                   "        -        -                none\n"));
+}
+
+TEST(Report, TellsThatThereAreNoScanLinesOverFlatBounds) {
+    const std::string printed = Printed(Standing(1), Cut{.m_count = 1});
+    EXPECT_THAT(printed, HasSubstr("Scan      no lines: the bounds are flat along x or y\n"));
+    EXPECT_THAT(printed, HasSubstr("\n         1      0.00000      0.00000        -        -     0 "
+                                   "      1/1   360.0°           all round\n"));
+}
+
+TEST(Report, TellsCrossingsWithoutAPartnerAndWhatIsNotReached) {
+    std::vector<Facet> facets = test::Cube();
+    facets.erase(facets.begin() + 2, facets.begin() + 4);
+    const std::string open = Printed(Mesh{facets}, Cut{.m_count = 1});
+    EXPECT_THAT(open, HasSubstr("0 slivers cleaned away, 64 crossings without a partner\n"));
+    EXPECT_THAT(open, HasSubstr("    64       1/1 "));
+    EXPECT_THAT(Printed(Mesh{test::Ring()}, Cut{.m_count = 1}),
+                HasSubstr(" 88.5%        -     0       1/2   180.0°           all round\n"));
 }
 
 TEST(Report, TellsArcsInDegrees) {

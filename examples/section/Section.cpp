@@ -1,0 +1,19 @@
+#include "section/Section.h"
+
+namespace section {
+
+SectionCutter::SectionCutter(const Mesh& mesh, const Bounds& bounds, const ScanLines& lines)
+    : m_mesh(mesh),
+      m_resolution(ContourCutter::ResolutionFor(mesh)),
+      m_filler(lines, m_resolution),
+      m_middle{bounds.m_axes[eAxisX].GetPoint(0.5), bounds.m_axes[eAxisY].GetPoint(0.5)} {}
+
+ContourSet SectionCutter::ContoursOf(const std::vector<std::size_t>& met, double height) const {
+    ContourCutter cutter(height, m_resolution);
+    for (const std::size_t facet : met) {
+        cutter.Add(m_mesh.m_facets[facet]);
+    }
+    return cutter.TakeContours();
+}
+
+}  // namespace section
