@@ -2,6 +2,7 @@
 
 #include <new>
 #include <system_error>
+#include <utility>
 
 #include <platform/object/CException.h>
 
@@ -9,6 +10,7 @@
 #include "section/Failure.h"
 #include "section/Model.h"
 #include "section/ModelDocument.h"
+#include "section/Picture.h"
 #include "section/Report.h"
 #include "section/StlReader.h"
 
@@ -35,36 +37,56 @@ void MakeFolder(const fs::path& folder) {
     }
 }
 
-Model MeasureMesh(const fs::path& path, const Cut& cut, ProgressLine& progress) {
-    const std::string name = Printable(path.filename().string());
-    progress.Stage("reading " + name);
-    const Mesh mesh = ReadStlFile(
+Mesh ReadMesh(const fs::path& path, ProgressLine& progress) {
+    progress.Stage("reading " + Printable(path.filename().string()));
+    return ReadStlFile(
         path, [&](std::uint64_t done, std::uint64_t total) { progress.Advance(done, total); });
-    progress.Stage("cutting " + name + ", " + std::to_string(mesh.m_facets.size()) + " facets");
-    return Model(path.string(), mesh, cut);
 }
 
-/// Stores `model` and holds what can be loaded from the file against it.
-void StoreAndCompare(const Model& model, const fs::path& path, ProgressLine& progress) {
+/// What the job makes of a mesh.
+struct Result {
+    Model model;
+    std::string picture;
+};
+
+Result Work(const fs::path& path, const Cut& cut, ProgressLine& progress) {
+    const Mesh mesh = ReadMesh(path, progress);
+    const std::string name = Printable(path.filename().string());
+    progress.Stage("cutting " + name + ", " + std::to_string(mesh.m_facets.size()) + " facets");
+    Model model(path.string(), mesh, cut);
+    progress.Stage("drawing " + name);
+    std::string picture = DrawModel(model, mesh);
+    return {std::move(model), std::move(picture)};
+}
+
+/// Stores `model`, loads it again and holds the two against each other. Gives the loaded
+/// one, which is what a later `--read` prints.
+Model StoreAndCompare(const Model& model, const fs::path& path, ProgressLine& progress) {
     progress.Stage("storing " + Printable(path.string()));
     StoreModel(model, path);
     progress.Stage("loading " + Printable(path.string()));
-    const std::string difference = FirstDifference(model, LoadModel(path));
+    Model loaded = LoadModel(path);
+    const std::string difference = FirstDifference(model, loaded);
     if (!difference.empty()) {
         throw Failure(Printable(path.string()) + ": loaded again, it differs in the " + difference);
     }
+    return loaded;
 }
 
 void CutMesh(const Options& options, ProgressLine& progress, std::ostream& out) {
     const fs::path file = options.m_file.empty() ? UsualMesh(kUsualMesh) : options.m_file;
-    const Model model = MeasureMesh(file, options.m_cut, progress);
+    const Result result = Work(file, options.m_cut, progress);
     const fs::path document = options.m_folder / "model.xml";
+    const fs::path picture = options.m_folder / "section.svg";
     MakeFolder(options.m_folder);
-    StoreAndCompare(model, document, progress);
+    const Model loaded = StoreAndCompare(result.model, document, progress);
+    progress.Stage("storing " + Printable(picture.string()));
+    StorePicture(result.picture, picture);
     progress.Clear();
-    PrintModel(out, model);
+    PrintModel(out, loaded);
     out << "\nWritten   " << Printable(document.string())
-        << "\n          loaded again: the same within six digits\n";
+        << "\n          loaded again: the same within six digits\n          "
+        << Printable(picture.string()) << '\n';
 }
 
 void Run(const Options& options, ProgressLine& progress, std::ostream& out) {

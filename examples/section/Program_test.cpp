@@ -72,8 +72,9 @@ TEST_F(Program, CutsAnAsciiMesh) {
     EXPECT_THAT(outcome.out,
                 AllOf(StartsWith("Mesh      a.stl\n          4 facets;"), HasSubstr("20 layers"),
                       EndsWith("Written   out/model.xml\n"
-                               "          loaded again: the same within six digits\n")));
-    EXPECT_THAT(FilesIn("out"), testing::ElementsAre("model.xml"));
+                               "          loaded again: the same within six digits\n"
+                               "          out/section.svg\n")));
+    EXPECT_THAT(FilesIn("out"), testing::UnorderedElementsAre("model.xml", "section.svg"));
 }
 
 TEST_F(Program, SaysTheSameOfABinaryMesh) {
@@ -93,7 +94,7 @@ TEST_F(Program, CutsByNumberOrByStep) {
 TEST_F(Program, WritesWhereItIsTold) {
     Write("a.stl", AsciiStl(test::Tetrahedron()));
     EXPECT_THAT(Run("a.stl --out 'deep/er out'").out, HasSubstr("deep/er out/model.xml\n"));
-    EXPECT_THAT(FilesIn("deep/er out"), testing::ElementsAre("model.xml"));
+    EXPECT_THAT(FilesIn("deep/er out"), testing::UnorderedElementsAre("model.xml", "section.svg"));
     EXPECT_FALSE(fs::exists(m_folder / "out"));
 }
 
@@ -111,7 +112,8 @@ TEST_F(Program, ReplacesAnOlderModel) {
     Run("a.stl");
     EXPECT_EQ(Run("a.stl -l 4").status, 0);
     EXPECT_THAT(Run("--read out/model.xml").out, HasSubstr("4 layers"));
-    EXPECT_THAT(FilesIn("out"), testing::ElementsAre("model.xml"));
+    EXPECT_THAT(FilesIn("out"), testing::UnorderedElementsAre("model.xml", "section.svg"));
+    EXPECT_THAT(test::Content(m_folder / "out" / "section.svg"), HasSubstr("; 4 layers along z"));
 }
 
 TEST_F(Program, TakesAFlatMeshAOneFacetMeshAndADegenerateOne) {
@@ -127,10 +129,23 @@ TEST_F(Program, TakesAFlatMeshAOneFacetMeshAndADegenerateOne) {
     }
 }
 
+TEST_F(Program, TakesAMeshWithAHole) {
+    std::vector<Facet> facets = test::Ring();
+    facets.erase(facets.begin() + 3);
+    Write("hole.stl", BinaryStl(facets));
+    const Outcome outcome = Run("hole.stl");
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, testing::Not(HasSubstr("nan")));
+    EXPECT_THAT(outcome.out, testing::Not(HasSubstr(" 0 crossings without a partner")));
+    EXPECT_THAT(test::Content(m_folder / "out" / "section.svg"), HasSubstr("open chain"));
+}
+
 TEST_F(Program, KeepsItsNumbersInEveryLocale) {
     Write("a.stl", AsciiStl(test::Tetrahedron()));
     const std::string usual = Run("a.stl").out;
+    const std::string picture = test::Content(m_folder / "out" / "section.svg");
     EXPECT_EQ(Run("a.stl", "LC_ALL=de_DE.UTF-8").out, usual);
+    EXPECT_EQ(test::Content(m_folder / "out" / "section.svg"), picture);
 }
 
 TEST_F(Program, TakesTheUsualMeshOrNamesThePackage) {
@@ -231,9 +246,11 @@ TEST_F(Program, KeepsTheOlderModelWhenTheMeshIsBad) {
     Write("a.stl", AsciiStl(test::Tetrahedron()));
     Run("a.stl");
     const std::string older = test::Content(m_folder / "out" / "model.xml");
+    const std::string picture = test::Content(m_folder / "out" / "section.svg");
     Write("a.stl", "solid\nfacet");
     EXPECT_EQ(Run("a.stl").status, 1);
     EXPECT_EQ(test::Content(m_folder / "out" / "model.xml"), older);
+    EXPECT_EQ(test::Content(m_folder / "out" / "section.svg"), picture);
 }
 
 // ------------------------------------------------------------------------- bad output
@@ -243,6 +260,27 @@ TEST_F(Program, LeavesNothingHalfWrittenWhereTheDiskEnds) {
     // A limit on the size of files stands for the full disk.
     ExpectFailure(Run("a.stl --layers 1000", "trap '' XFSZ && ulimit -f 8 &&"),
                   "out/model.xml: File too large");
+}
+
+TEST_F(Program, LeavesNoHalfPictureWhereTheDiskEnds) {
+    // Two kilobytes hold the model of one layer, and not its picture.
+    Write("a.stl", AsciiStl(test::Ring()));
+    const Outcome outcome = Run("a.stl --layers 1", "trap '' XFSZ && ulimit -f 4 &&");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "section: out/section.svg: File too large\n");
+    EXPECT_THAT(FilesIn("out"), testing::ElementsAre("model.xml"));
+}
+
+TEST_F(Program, RefusesAModelOfAnOlderVersion) {
+    Write("a.stl", AsciiStl(test::Tetrahedron()));
+    Run("a.stl");
+    std::string model = test::Content(m_folder / "out" / "model.xml");
+    model.replace(model.find("<Version>3"), 10, "<Version>2");
+    Write("older.xml", model);
+    const Outcome outcome = Run("--read older.xml");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err,
+              "section: older.xml: a model of version 2, and this program knows version 3\n");
 }
 
 TEST_F(Program, RefusesAFolderThatIsAFile) {
