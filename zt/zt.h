@@ -16,6 +16,7 @@
 #include <zt/containers/MapPtrToPtrZT.h>
 #include <zt/containers/PositionIndex.h>
 #include <zt/containers/TextFunctions.h>
+#include <zt/dictionary/DictionaryZT.h>
 #include <zt/frame/ErrorMessage.h>
 #include <zt/frame/LibraryStart.h>
 #include <zt/frame/ModifiableBasic.h>
@@ -30,6 +31,7 @@
 #include <zt/frame/TypeZT.h>
 #include <zt/frame/ZT.h>
 #include <zt/frame/ZTObject.h>
+#include <zt/interfaces/IDictionary_ZT.h>
 #include <zt/interfaces/IIterator64.h>
 #include <zt/interfaces/IList64.h>
 #include <zt/interfaces/IObject_ZT.h>
