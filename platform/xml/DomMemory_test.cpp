@@ -244,6 +244,39 @@ TEST_F(DomMemory, LoadsThatFailKeepTheContent) {
     EXPECT_EQ(document->xml(), "<r><a/></r>");
 }
 
+TEST_F(DomMemory, FilesThatCannotBeReadForWantOfMemoryKeepTheContent) {
+    const TestFolder folder;
+    const std::string path = folder.Write("long.xml", "<n>" + kLong + "</n>");
+    const std::string wide = folder.Write(
+        "wide.xml", "<?xml version='1.0' encoding='ISO-8859-1'?><n>" + kLong + "\xE9</n>");
+    Load("<r/>");
+    {
+        const ShortOfPages no_pages(1000);
+        EXPECT_EQ(FailureOf([&] { document->load(path); }), E_OUTOFMEMORY);
+    }
+    {
+        // Memory for the bytes, but not for what they turn into.
+        const ShortOfPages one_page(1000, 1);
+        EXPECT_EQ(FailureOf([&] { document->load(wide); }), E_OUTOFMEMORY);
+    }
+    EXPECT_EQ(document->xml(), "<r/>");
+    EXPECT_TRUE(document->load(wide));
+    EXPECT_EQ(document->text(), CString((kLong + "\xC3\xA9").c_str()));
+}
+
+TEST_F(DomMemory, FilesThatCannotBeWrittenForWantOfMemoryStay) {
+    const TestFolder folder;
+    const std::string path = folder.Write("kept.xml", "old");
+    Load("<r>" + kLong + "</r>");
+    for (const std::size_t greatest : {0u, 16u, 100u, 1000u, 10000u}) {
+        const ShortOfMemory no_memory(greatest);
+        EXPECT_EQ(FailureOf([&] { document->save(path); }), E_OUTOFMEMORY) << greatest;
+    }
+    EXPECT_EQ(folder.Read("kept.xml"), "old");
+    document->save(path);
+    EXPECT_EQ(folder.Read("kept.xml"), "<r>" + kLong + "</r>");
+}
+
 // With a handle on the old content, that needs a place to be kept in.
 TEST_F(DomMemory, LoadsWithoutMemoryForTheOldContentKeepTheContent) {
     Load("<r/>");

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <new>
 #include <string>
@@ -94,6 +95,7 @@ bool DomTree::LoadFile(const char* path) {
     m_parseError.m_url = path;
     DomBuffer text;
     if (const int error = ReadDomFile(path, text); error != 0) {
+        CheckDomMemory(error != ENOMEM);
         return Refuse(ResultFromBits(0x80070000u | static_cast<unsigned>(error)),
                       std::strerror(error));
     }
