@@ -47,6 +47,9 @@
 #include <zt/memory/BufferEx.h>
 #include <zt/memory/HXBlob.h>
 #include <zt/memory/ResourceManager.h>
+#include <zt/modules/OpC.h>
+#include <zt/modules/QC.h>
+#include <zt/modules/QCObj.h>
 #include <zt/numerics/Constants.h>
 #include <zt/numerics/CyclSegment.h>
 #include <zt/numerics/DoubleZT.h>
