@@ -197,10 +197,21 @@ private:
     // with it.
     bool Read(const GElf_Ehdr& head) {
         const std::optional<std::vector<Extent>> segments = Segments(m_elf, head, m_old);
-        std::size_t names = 0;
         // The head changes, so nothing else may stand in it.
         const std::size_t headSize = SizeOf(m_elf, ELF_T_EHDR, 1);
         if (!segments || segments->empty() || head.e_phoff < headSize) return false;
+        if (!ReadSections()) return false;
+        m_staying = *segments;
+        m_staying.push_back({0, headSize});
+        m_moving = {SectionTable(m_elf, head)};
+        for (const GElf_Shdr& header : m_headers)
+            (Moves(header) ? m_moving : m_staying).push_back(PlaceOf(header));
+        return AllLieIn(m_staying, m_old) && AllLieIn(m_moving, m_old) && ReadNames();
+    }
+
+    // Reads the table; false if a section of it has no name although there are names.
+    bool ReadSections() {
+        std::size_t names = 0;
         if (elf_getshdrstrndx(m_elf, &names) != 0) return false;
         bool named = true;
         const bool read = ForEachSection(m_elf, [&](Elf_Scn*, GElf_Shdr header) {
@@ -213,14 +224,8 @@ private:
             named = named && (text || names == 0);
             m_headers.push_back(header);
         });
-        if (!read || !named || (m_section && m_section == m_names)) return false;
-        m_staying = *segments;
-        m_staying.push_back({0, headSize});
-        m_moving = {SectionTable(m_elf, head)};
-        for (const GElf_Shdr& header : m_headers)
-            (Moves(header) ? m_moving : m_staying).push_back(PlaceOf(header));
-        return AllLieIn(m_staying, m_old) && AllLieIn(m_moving, m_old) && ReadNames() &&
-               !(m_section && IsLoaded(*m_section));
+        const bool ambiguous = m_section && m_section == m_names;
+        return read && named && !ambiguous && !(m_section && IsLoaded(*m_section));
     }
 
     bool IsLoaded(std::size_t index) const { return (m_headers[index].sh_flags & SHF_ALLOC) != 0; }
