@@ -8,10 +8,27 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <ostream>
 #include <set>
 #include <vector>
 
 namespace testing_support {
+
+/// Where the nodes of a list's blocks are: in the list, free, or lost to both.
+struct NodeLedger {
+    std::ptrdiff_t blocks = 0;
+    std::ptrdiff_t listed = 0;
+    std::ptrdiff_t free = 0;
+    std::ptrdiff_t lost = 0;
+    std::ptrdiff_t foreign = 0;  ///< in the list or free, but in no block or in both chains
+
+    bool operator==(const NodeLedger&) const = default;
+};
+
+inline void PrintTo(const NodeLedger& ledger, std::ostream* os) {
+    *os << ledger.blocks << " blocks, " << ledger.listed << " listed, " << ledger.free << " free, "
+        << ledger.lost << " lost, " << ledger.foreign << " foreign";
+}
 
 /// `LIST` with its fields open.
 template <class LIST>
@@ -27,21 +44,27 @@ public:
     using LIST::m_pNodeTail;
     using LIST::NodeOf;
 
-    std::ptrdiff_t BlockCount() const {
-        std::ptrdiff_t count = 0;
-        for (const CPlex* block = m_pBlocks; block != nullptr; block = block->pNext) ++count;
-        return count;
+    /// The blocks must all be of the size that the list has now.
+    NodeLedger Ledger() const {
+        std::set<const Node*> ours;
+        NodeLedger ledger;
+        for (CPlex* block = m_pBlocks; block != nullptr; block = block->pNext, ++ledger.blocks) {
+            auto* nodes = static_cast<const Node*>(block->data());
+            for (INT_PTR i = 0; i < m_nBlockSize; ++i) ours.insert(&nodes[i]);
+        }
+        ledger.listed = TakeEach(m_pNodeHead, ours, ledger.foreign);
+        ledger.free = TakeEach(m_pNodeFree, ours, ledger.foreign);
+        ledger.lost = std::ssize(ours);
+        return ledger;
     }
+
+    std::ptrdiff_t BlockCount() const { return Ledger().blocks; }
 
     /// Every node of every block stands once in the list or once in the free chain, and the
     /// two chains hold nothing else.
     bool OwnsEachNodeOnce() const {
-        std::set<const Node*> ours;
-        for (CPlex* block = m_pBlocks; block != nullptr; block = block->pNext) {
-            auto* nodes = static_cast<const Node*>(block->data());
-            for (INT_PTR i = 0; i < m_nBlockSize; ++i) ours.insert(&nodes[i]);
-        }
-        return TakeEach(m_pNodeHead, ours) && TakeEach(m_pNodeFree, ours) && ours.empty();
+        const NodeLedger ledger = Ledger();
+        return ledger.lost == 0 && ledger.foreign == 0;
     }
 
     /// Whether links, ends, count and blocks agree, and no node is lost or held twice.
@@ -64,11 +87,13 @@ public:
     }
 
 private:
-    static bool TakeEach(const Node* node, std::set<const Node*>& ours) {
-        for (; node != nullptr; node = node->pNext) {
-            if (ours.erase(node) == 0) return false;
+    static std::ptrdiff_t TakeEach(const Node* node, std::set<const Node*>& ours,
+                                   std::ptrdiff_t& foreign) {
+        std::ptrdiff_t count = 0;
+        for (; node != nullptr; node = node->pNext, ++count) {
+            if (ours.erase(node) == 0) ++foreign;
         }
-        return true;
+        return count;
     }
 };
 

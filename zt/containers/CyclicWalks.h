@@ -98,18 +98,42 @@ int Count(const Chain<E, A>& list, POSITION from, POSITION to) {
     return count;
 }
 
+/// Appends the elements of `source` from `from` on, forward or backward, through `to`. With
+/// `bCyclic` the walk turns round at the end, and a `to` that is not in `source` makes this
+/// append without end; otherwise it stops there. Nothing happens for a null `from`. `source`
+/// may be `list` itself: its ends are those that it had before.
+template <class E, class A>
+void CopyRun(Chain<E, A>& list, const Chain<E, A>& source, POSITION from, POSITION to,
+             bool bForward, bool bCyclic) {
+    const POSITION end = StartPosition(source, !bForward);
+    const POSITION afterEnd = bCyclic ? StartPosition(source, bForward) : nullptr;
+    for (POSITION pos = from; pos != nullptr;) {
+        const POSITION here = pos;
+        list.AddTail(Next(source, pos, bForward));
+        if (here == to) return;
+        if (here == end) pos = afterEnd;
+    }
+}
+
 /// Appends the elements of the cyclic run of `source`, which may be `list` itself and then
 /// turns round at the tail that it had before. Nothing happens for a null `from`. A `to` that
 /// is not in `source` makes this append without end.
 template <class E, class A>
 void CopyCyclic(Chain<E, A>& list, const Chain<E, A>& source, POSITION from, POSITION to) {
-    if (from == nullptr) return;
-    const POSITION tail = source.GetTailPosition();
-    for (POSITION pos = from;;) {
+    CopyRun(list, source, from, to, true, true);
+}
+
+/// Calls `act` with each element from `from` through `to` and then takes it out of the list.
+/// The run ends at the tail or, with `bCyclic`, goes on at the head; when `to` is not met it
+/// ends with the last element there is. Nothing happens for a null `from`.
+template <class E, class A, class Act>
+void TakeOut(Chain<E, A>& list, POSITION from, POSITION to, bool bCyclic, Act act) {
+    for (POSITION pos = from; pos != nullptr;) {
         const POSITION here = pos;
-        list.AddTail(source.GetNext(pos));
-        if (here == to) return;
-        if (here == tail) pos = source.GetHeadPosition();
+        E element = Next(list, pos, true, bCyclic);
+        if (here == to || here == pos) pos = nullptr;
+        act(element);
+        list.RemoveAt(here);
     }
 }
 
@@ -117,24 +141,14 @@ void CopyCyclic(Chain<E, A>& list, const Chain<E, A>& source, POSITION from, POS
 /// not met on the way. Nothing happens for a null `from`.
 template <class E, class A>
 void RemoveRun(Chain<E, A>& list, POSITION from, POSITION to) {
-    for (POSITION pos = from; pos != nullptr;) {
-        const POSITION here = pos;
-        list.GetNext(pos);
-        list.RemoveAt(here);
-        if (here == to) return;
-    }
+    TakeOut(list, from, to, false, [](const E&) {});
 }
 
 /// Takes the elements of the cyclic run out of the list: all of them when `to` is null or not
 /// in the list. Nothing happens for a null `from`.
 template <class E, class A>
 void RemoveCyclic(Chain<E, A>& list, POSITION from, POSITION to) {
-    for (POSITION pos = from; pos != nullptr;) {
-        const POSITION here = pos;
-        NextRound(list, pos);
-        if (here == to || here == pos) pos = nullptr;
-        list.RemoveAt(here);
-    }
+    TakeOut(list, from, to, true, [](const E&) {});
 }
 
 /// Index of `pos`, counted from the head; -1 when it is not in the list, as null never is.

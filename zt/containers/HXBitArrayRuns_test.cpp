@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
+#include <tests/Evenly.h>
 #include <zt/containers/Bits_test.hpp>
 
 #include <cstddef>
@@ -218,7 +219,7 @@ TEST(HXBitArray, AWrittenRunIsReadBackAndAloneChanged) {
     EXPECT_TRUE(rc::check([](unsigned char value) {
         Bits bits(std::vector<unsigned char>(32, 0xA5));
         const int first = *rc::gen::inRange(0, 240);
-        const int last = *rc::gen::inRange(first, first + 8);
+        const int last = testing_support::Evenly(first, first + 8);
         const auto low = static_cast<unsigned char>(first);
         const auto high = static_cast<unsigned char>(last);
         bits.array.SetBitsValue(low, high, value);

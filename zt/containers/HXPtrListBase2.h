@@ -139,9 +139,9 @@ public:
     /// for this one.
     void Extend(HXPtrListBase2* pOther);
 
-    /// Becomes what `other` is, its block size included, and leaves it empty with that block
-    /// size. What this list held before is not freed: nodes and blocks of a list that is not
-    /// empty, or has been emptied by `SetEmpty`, are lost.
+    /// Becomes what `other`, another list, is, its block size included, and leaves it empty
+    /// with that block size. What this list held before is not freed: nodes and blocks of a list
+    /// that is not empty, or has been emptied by `SetEmpty`, are lost.
     void MoveAttributes(HXPtrListBase2& other);
 
     /// Puts the run from `first` through `last`, which is the tail when it is null, in front of
@@ -208,6 +208,9 @@ public:
     /// @{
 
     /// Index of the first `p`, or -1.
+    ///
+    /// Hides the operation of `CPtrList` by that name, from an index to its position, which
+    /// `IndexToPosition` is here: `FindIndex(0)` compiles and looks for a null element.
     int FindIndex(const T* p) const;
     /// The same as `FindIndex`.
     int GetIndex(const T* p) const { return FindIndex(p); }
@@ -304,16 +307,10 @@ private:
 
 template <class T>
 void HXPtrListBase2<T>::Copy(const HXPtrListBase2& src, bool bReverse, POSITION from, POSITION to) {
-    const POSITION head = src.GetHeadPosition();
-    const POSITION tail = src.GetTailPosition();
-    const POSITION last = bReverse ? OrElse(from, head) : OrElse(to, tail);
-    // Where src ends now: if it is this list, it grows.
-    const POSITION end = bReverse ? head : tail;
-    for (POSITION pos = bReverse ? OrElse(to, tail) : OrElse(from, head); pos != nullptr;) {
-        const POSITION here = pos;
-        Add(src.Next(pos, !bReverse), false);
-        if (here == last || here == end) return;
-    }
+    POSITION first = OrElse(from, src.GetHeadPosition());
+    POSITION last = OrElse(to, src.GetTailPosition());
+    if (bReverse) std::swap(first, last);
+    CyclicWalks::CopyRun(*this, src, first, last, !bReverse, false);
 }
 
 template <class T>
@@ -332,14 +329,8 @@ void HXPtrListBase2<T>::Clear() {
 
 template <class T>
 void HXPtrListBase2<T>::Delete(POSITION from, POSITION to, bool bCyclic) {
-    const POSITION last = OrElse(to, this->GetTailPosition());
-    for (POSITION pos = from; pos != nullptr;) {
-        const POSITION here = pos;
-        T* const element = this->Next(pos, true, bCyclic);
-        if (here == last || here == pos) pos = nullptr;
-        DeleteElement(element);
-        this->RemoveAt(here);
-    }
+    CyclicWalks::TakeOut(*this, from, OrElse(to, this->GetTailPosition()), bCyclic,
+                         [this](void* element) { DeleteElement(Typed(element)); });
 }
 
 template <class T>
@@ -410,13 +401,8 @@ void HXPtrListBase2<T>::MoveToTail(POSITION first, POSITION last) {
 
 template <class T>
 void HXPtrListBase2<T>::MoveCyclic(HXPtrListBase2& src, POSITION from, POSITION to) {
-    const POSITION last = OrElse(to, src.GetTailPosition());
-    for (POSITION pos = from; pos != nullptr;) {
-        const POSITION here = pos;
-        Add(src.GetNextCyclic(pos), false);
-        if (here == last || here == pos) pos = nullptr;
-        src.RemoveAt(here);
-    }
+    CyclicWalks::TakeOut(src, from, OrElse(to, src.GetTailPosition()), true,
+                         [this](void* element) { this->AddTail(element); });
 }
 
 template <class T>

@@ -84,6 +84,13 @@ TEST_F(HXPtrListBase2Find, IndexOfTheFirstOfEqualElements) {
     EXPECT_EQ(list.FindIndex(nullptr), 5);
 }
 
+// The search for an element has taken the name from the way to an index.
+TEST_F(HXPtrListBase2Find, IndexOfZeroIsTheSearchForNull) {
+    EXPECT_EQ(list.FindIndex(0), -1);
+    EXPECT_EQ(list.IndexToPosition(0), list.GetHeadPosition());
+    EXPECT_EQ(list.CPtrList::FindIndex(0), list.GetHeadPosition());
+}
+
 TEST_F(HXPtrListBase2Find, FindItemBeginsAtTheHeadWhateverTheStart) {
     unsigned int index = 77;
     EXPECT_EQ(list.FindItem(Of(1), Place(3), &index), Place(0));

@@ -1,6 +1,7 @@
 // Any order of operations on two lists, beside a plain model of elements and nodes.
 
 #include <rapidcheck.h>
+#include <tests/Evenly.h>
 #include <zt/containers/HXPtrListBase2_test.h>
 
 #include <algorithm>
@@ -12,12 +13,6 @@
 namespace {
 
 using namespace testing_support;
-
-// Any number of a range, evenly from the first try on.
-template <class Number>
-Number Evenly(Number from, Number to) {
-    return *rc::gen::resize(rc::kNominalSize, rc::gen::inRange<Number>(from, to));
-}
 
 // Leaves its elements to the test.
 class BorrowingList : public ItemList {
@@ -92,6 +87,7 @@ struct Side {
     Run AnyRun() const {
         return {Evenly<std::ptrdiff_t>(0, model.Size()), Evenly<std::ptrdiff_t>(0, model.Size())};
     }
+    Run RunToTail() const { return {AnyRun().first, model.Size() - 1}; }
     // One that does not pass the tail.
     Run PlainRun() const {
         const Run run = AnyRun();
@@ -128,6 +124,13 @@ void AddUnlessThere(Side& side, Side&) {
 
 void Append(Side& side, Side& other) {
     side.list.AppendPtrList(other.list);
+    side.model.Append(other.model.numbers);
+}
+
+// A list that is copied to another one replaces it.
+void CopyPtrList(Side& side, Side& other) {
+    side.list.CopyPtrList(other.list);
+    side.model = Model();
     side.model.Append(other.model.numbers);
 }
 
@@ -171,6 +174,20 @@ void RemoveRun(Side& side, Side&) {
     run.EraseFrom(side.model);
 }
 
+void RemoveFromHead(Side& side, Side&) {
+    if (side.model.Size() == 0) return;
+    const Run run = {0, side.AnyRun().last};
+    side.list.Remove(nullptr, side.At(run.last));
+    run.EraseFrom(side.model);
+}
+
+void RemoveToTail(Side& side, Side&) {
+    if (side.model.Size() == 0) return;
+    const Run run = side.RunToTail();
+    side.list.Remove(side.At(run.first), nullptr);
+    run.EraseFrom(side.model);
+}
+
 void RemoveLoop(Side& side, Side&) {
     if (side.model.Size() == 0) return;
     const Run run = side.AnyRun();
@@ -183,6 +200,21 @@ void DeleteRun(Side& side, Side&) {
     const Run run = side.PlainRun();
     side.list.Delete(side.At(run.first), side.At(run.last), *rc::gen::arbitrary<bool>());
     run.EraseFrom(side.model);
+}
+
+void DeleteToTail(Side& side, Side&) {
+    if (side.model.Size() == 0) return;
+    const Run run = side.RunToTail();
+    side.list.Delete(side.At(run.first), nullptr, *rc::gen::arbitrary<bool>());
+    run.EraseFrom(side.model);
+}
+
+// A last one that stands before the first does not come up.
+void DeletePastLast(Side& side, Side&) {
+    const Run run = side.PlainRun();
+    if (run.first == run.last) return;
+    side.list.Delete(side.At(run.last), side.At(run.first), false);
+    Run{run.last, side.model.Size() - 1}.EraseFrom(side.model);
 }
 
 void DeleteLoop(Side& side, Side&) {
@@ -253,6 +285,17 @@ void DeleteAll(Side& side, Side&) {
     side.model = Model();
 }
 
+// The elements are the test's: the list is to clear null pointers.
+void ClearOfNull(Side& side, Side&) {
+    for (POSITION pos = side.list.GetHeadPosition(); pos != nullptr;) {
+        const POSITION here = pos;
+        side.list.GetNext(pos);
+        side.list.SetAt(here, nullptr);
+    }
+    side.list.Clear();
+    side.model = Model();
+}
+
 struct Operation {
     const char* name;
     void (*perform)(Side&, Side&);
@@ -266,13 +309,18 @@ constexpr Operation kOperations[] = {
     {"Add", Add},
     {"AddUnlessThere", AddUnlessThere},
     {"Append", Append},
+    {"CopyPtrList", CopyPtrList},
     {"CopyAll", CopyAll},
     {"CopyRun", CopyRun},
     {"CopyLoop", CopyLoop},
     {"RemoveItem", RemoveItem},
     {"RemoveRun", RemoveRun},
+    {"RemoveFromHead", RemoveFromHead},
+    {"RemoveToTail", RemoveToTail},
     {"RemoveLoop", RemoveLoop},
     {"DeleteRun", DeleteRun},
+    {"DeleteToTail", DeleteToTail},
+    {"DeletePastLast", DeletePastLast},
     {"DeleteLoop", DeleteLoop},
     {"MoveLoop", MoveLoop},
     {"MoveToHead", MoveToHead},
@@ -283,6 +331,7 @@ constexpr Operation kOperations[] = {
     {"SetEmpty", SetEmpty},
     {"Reverse", Reverse},
     {"DeleteAll", DeleteAll},
+    {"ClearOfNull", ClearOfNull},
 };
 
 const Operation& AnyOperation() {

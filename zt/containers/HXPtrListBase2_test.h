@@ -5,14 +5,13 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <tests/ListNodes.h>
 #include <zt/containers/HXPtrListBase2.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <initializer_list>
 #include <memory>
-#include <ostream>
-#include <set>
 #include <vector>
 
 namespace testing_support {
@@ -28,48 +27,9 @@ struct Item {
     std::vector<int>* ended;
 };
 
-/// Where the nodes of a list's blocks are: in the list, free, or lost to both.
-struct NodeLedger {
-    std::ptrdiff_t blocks = 0;
-    std::ptrdiff_t listed = 0;
-    std::ptrdiff_t free = 0;
-    std::ptrdiff_t lost = 0;
-    std::ptrdiff_t foreign = 0;  ///< in the list or free, but in no block or in both chains
-
-    bool operator==(const NodeLedger&) const = default;
-};
-
-inline void PrintTo(const NodeLedger& ledger, std::ostream* os) {
-    *os << ledger.blocks << " blocks, " << ledger.listed << " listed, " << ledger.free << " free, "
-        << ledger.lost << " lost, " << ledger.foreign << " foreign";
-}
-
-/// A list that looks into its own nodes and blocks. The blocks are all of ten nodes.
-class ItemList : public ZT::HXPtrListBase2<Item> {
+/// A list of items with its fields open.
+class ItemList : public OpenList<ZT::HXPtrListBase2<Item>> {
 public:
-    using List = ZT::HXPtrListBase2<Item>;
-    using Node = CNode;
-    using List::m_nBlockSize;
-    using List::m_nCount;
-    using List::m_pBlocks;
-    using List::m_pNodeFree;
-    using List::m_pNodeHead;
-    using List::m_pNodeTail;
-    using List::NodeOf;
-
-    NodeLedger Ledger() const {
-        std::set<const Node*> ours;
-        NodeLedger ledger;
-        for (CPlex* block = m_pBlocks; block != nullptr; block = block->pNext, ++ledger.blocks) {
-            auto* nodes = static_cast<const Node*>(block->data());
-            for (int i = 0; i < 10; ++i) ours.insert(&nodes[i]);
-        }
-        ledger.listed = TakeEach(m_pNodeHead, ours, ledger.foreign);
-        ledger.free = TakeEach(m_pNodeFree, ours, ledger.foreign);
-        ledger.lost = std::ssize(ours);
-        return ledger;
-    }
-
     /// Takes over whatever `other` holds, which must let go of it then.
     void Adopt(const ItemList& other) {
         m_pNodeHead = other.m_pNodeHead;
@@ -77,16 +37,6 @@ public:
         m_nCount = other.m_nCount;
         m_pNodeFree = other.m_pNodeFree;
         m_pBlocks = other.m_pBlocks;
-    }
-
-private:
-    static std::ptrdiff_t TakeEach(const Node* node, std::set<const Node*>& ours,
-                                   std::ptrdiff_t& foreign) {
-        std::ptrdiff_t count = 0;
-        for (; node != nullptr; node = node->pNext, ++count) {
-            if (ours.erase(node) == 0) ++foreign;
-        }
-        return count;
     }
 };
 

@@ -25,9 +25,11 @@ class ZT_API HXVoidPtrList : public CyclicPtrList<void> {
 public:
     /// Empty; the elements are plain pointers and are not destroyed.
     HXVoidPtrList();
-    /// Empty; the elements are not destroyed. With `bInterfaces` they are interface pointers.
+    /// Empty; the elements are not destroyed. With `bInterfaces` they are interface pointers,
+    /// as `SetInterfaces` says.
     explicit HXVoidPtrList(bool bInterfaces);
-    /// Empty; `pfnDelete`, which may be null, destroys an element when the list ends.
+    /// Empty; `pfnDelete`, which may be null, destroys an element when the list ends. With
+    /// `bInterfaces` the elements are interface pointers, as `SetInterfaces` says.
     HXVoidPtrList(bool bInterfaces, void (*pfnDelete)(void*));
     /// Destroys every element from head to tail, null elements included, if the list was told
     /// how.
@@ -46,6 +48,10 @@ public:
     HRESULT QueryInterface(const GUID& iid, void** ppv);
     /// Whether the elements are interface pointers, so that handing one out through `IList64`
     /// adds a reference to it.
+    ///
+    /// The list does not know what its elements point to: each that is not null must then have
+    /// been put in as `static_cast<IUnknown*>(object)`. The address of the object itself may be
+    /// another one, and calls through it go astray.
     void SetInterfaces(bool bInterfaces) { m_bInterfaces = bInterfaces; }
     /// @}
 
