@@ -58,9 +58,14 @@ public:
     ///
     /// An `r` with equal limits, a point or the whole circle, takes nothing away from a partial
     /// member, and makes of a full one the point at these limits, deliberately: to empty the
-    /// set, subtract a full set. An empty `r` takes nothing away from a full member and cuts a
-    /// partial one by the limits that it has kept, deliberately. The flag of `r` goes to the
-    /// arcs that are new.
+    /// set, subtract a full set. The flag of `r` goes to the arcs that are new.
+    ///
+    /// An empty `r` is no harmless one, deliberately: it takes nothing away from a full member,
+    /// but counts with the limits that it has kept, and as lying inside a partial member
+    /// wherever they are. A member between these limits that does not hold the angle 0 goes.
+    /// Any other is cut as if they lay on it, and so grows when they do not: of the arc from 1
+    /// to 2 and an empty one with the limits 2.5 and 3 come the arcs from 1 to 2.5 and from 3
+    /// round to 2. Test `r` by `IsEmpty` first.
     void Subtract(const RangeS1& r);
 
     /// Takes each member of `other` away, from its head to its tail. If `other` is full by
@@ -84,8 +89,9 @@ public:
     ///
     /// Members with equal limits make the test coarse, deliberately. Behind one of them, a
     /// member is tested by both of its limits. Of two in succession the second is tested
-    /// against the start of the member that follows, which is itself passed over, so that it
-    /// may stand anywhere; if there is none, the invalid-argument exception is raised.
+    /// against the start of the member that follows, which is itself passed over: the one behind
+    /// it is tested as behind the second point. If there is none to pass over, the
+    /// invalid-argument exception is raised.
     bool IsSorted() const;
 
     /// Does nothing and returns 0, deliberately.

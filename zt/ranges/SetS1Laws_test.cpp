@@ -1,6 +1,7 @@
 // What holds for all sets of arcs: laws on random ones.
 
 #include <rapidcheck.h>
+#include <tests/Evenly.h>
 #include <zt/ranges/SetS1.h>
 #include <zt/ranges/SetS1_test.h>
 
@@ -25,11 +26,6 @@ constexpr int kSteps = 64;
 
 double Place(double steps) {
     return S1::Factorize(steps * (zPi / kSteps));
-}
-
-// Any number of a range, evenly from the first try on.
-int Evenly(int from, int to) {
-    return *rc::gen::resize(rc::kNominalSize, rc::gen::inRange(from, to));
 }
 
 // An arc of some length: mostly a short one, so that several leave something of the circle.
@@ -199,7 +195,7 @@ RangeS1 AnyArcAtAll() {
         limit(), limit(),
         *rc::gen::element(RangeS1::eStatePartial, RangeS1::eStatePartial, RangeS1::eStatePartial,
                           RangeS1::eStatePartial, RangeS1::eStateFull, RangeS1::eStateEmpty));
-    arc.m_bExternal = *rc::gen::inRange(0, 5) == 0;
+    arc.m_bExternal = Evenly(0, 5) == 0;
     return arc;
 }
 
@@ -235,7 +231,7 @@ TEST(SetS1Laws, ArcsInsertedInAnyOrderAreInOrder) {
         RC_PRE(starts.size() > 1);
         std::vector<int> inserted(starts.begin(), starts.end());
         for (std::size_t i = inserted.size(); i > 1; --i) {
-            std::swap(inserted[i - 1], inserted[*rc::gen::inRange<std::size_t>(0, i)]);
+            std::swap(inserted[i - 1], inserted[Evenly<std::size_t>(0, i)]);
         }
         OwningSet set;
         for (const int start : inserted) {

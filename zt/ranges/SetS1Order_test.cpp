@@ -57,6 +57,13 @@ TEST(SetS1Validity, OnlyNeighboursAreCompared) {
     EXPECT_TRUE(IsValid({RawArc(0, 1), RawArc(2, 3), RawArc(0.5, 0.6), RawArc(-2, -1)}));
 }
 
+// Which of two is asked counts beside an external arc: it meets what lies on it, but an arc that
+// holds its middle, which `GetAnyOutside` takes for a point off it, does not meet it.
+TEST(SetS1Validity, MembersAreAskedWhetherTheyMeetTheOneBefore) {
+    EXPECT_TRUE(IsValid({ExternalArc(1, 2), RawArc(-2, -1), RawArc(1.2, 1.8)}));
+    EXPECT_FALSE(IsValid({RawArc(-2, -1), ExternalArc(1, 2), RawArc(1.2, 1.8)}));
+}
+
 TEST(SetS1Validity, SetOfOneArcIsNotValid) {
     EXPECT_FALSE(IsValid({RawArc(0, 1)}));
     EXPECT_FALSE(IsValid({FullArc()}));
@@ -114,15 +121,30 @@ TEST(SetS1Order, ArcBehindAPoint) {
     EXPECT_TRUE(IsSorted({PointArc(0), RawArc(1, 2)}));
     EXPECT_TRUE(IsSorted({RawArc(1, 2), PointArc(0)}));
     EXPECT_TRUE(IsSorted({PointArc(0), RawArc(1, 2), PointArc(2.5), RawArc(3, -3)}));
-    // Behind a point both limits count, and those of the external arc turn the other way.
-    EXPECT_TRUE(IsValid({PointArc(1.5), ExternalArc(1, 2)}));
-    EXPECT_FALSE(IsSorted({PointArc(1.5), ExternalArc(1, 2)}));
+}
+
+// Behind a point both limits count, and those of the external arc stand the other way round. Up
+// to there the set is in order: the point follows the last arc.
+TEST(SetS1Order, ExternalArcBehindAPointIsNotInOrder) {
+    EXPECT_TRUE(IsValid({PointArc(1.5), ExternalArc(1, 2), RawArc(-2, -1)}));
+    EXPECT_FALSE(IsSorted({PointArc(1.5), ExternalArc(1, 2), RawArc(-2, -1)}));
 }
 
 TEST(SetS1Order, TwoPointsAndTheStartBehindThem) {
     EXPECT_TRUE(IsSorted({PointArc(0), PointArc(1), RawArc(2, 2.5)}));
     EXPECT_TRUE(IsValid({PointArc(0), PointArc(2), RawArc(1, 1.5)}));
     EXPECT_FALSE(IsSorted({PointArc(0), PointArc(2), RawArc(1, 1.5)}));
+}
+
+// As above, where one of the points is an arc shorter or longer than the tolerance.
+TEST(SetS1Order, ArcShorterThanTheToleranceIsAPoint) {
+    EXPECT_TRUE(IsSorted({RawArc(0, 5e-11), PointArc(1), RawArc(2, 2.5)}));
+    EXPECT_TRUE(IsValid({RawArc(0, 5e-11), PointArc(2), RawArc(1, 1.5)}));
+    EXPECT_FALSE(IsSorted({RawArc(0, 5e-11), PointArc(2), RawArc(1, 1.5)}));
+    EXPECT_TRUE(IsSorted({RawArc(0, 2e-10), PointArc(2), RawArc(1, 1.5)}));
+    EXPECT_TRUE(IsValid({PointArc(0), RawArc(2, 2 + 5e-11), RawArc(1, 1.5)}));
+    EXPECT_FALSE(IsSorted({PointArc(0), RawArc(2, 2 + 5e-11), RawArc(1, 1.5)}));
+    EXPECT_TRUE(IsSorted({PointArc(0), RawArc(2, 2 + 2e-10), RawArc(1, 1.5)}));
 }
 
 TEST(SetS1Order, TwoPointsAlone) {

@@ -240,6 +240,41 @@ TEST(SetS1, EmptyArcCutsPartialMembersByTheLimitsThatItHasKept) {
     EXPECT_THAT(Arcs(set), ElementsAre(IsPartial(1, 1.5), IsPartial(2, 3), IsCanonicallyFull()));
 }
 
+// An empty arc counts as lying inside of a partial one wherever its limits are.
+TEST(SetS1, EmptyArcMakesMembersGrowThatItsLimitsDoNotLieOn) {
+    OwningSet set{RawArc(1, 2)};
+    set.Subtract(EmptyArc(2.5, 3));
+    EXPECT_THAT(Arcs(set), ElementsAre(IsPartial(1, 2.5), IsPartial(3, 2)));
+}
+
+TEST(SetS1, EmptyArcTakesAwayWhatLiesBetweenItsLimitsUnlessTheAngleZeroDoes) {
+    OwningSet away{RawArc(1.2, 1.8)};
+    away.Subtract(EmptyArc(1, 2));
+    EXPECT_THAT(Arcs(away), IsEmpty());
+    OwningSet aroundZero{RawArc(-0.5, 0.5)};
+    aroundZero.Subtract(EmptyArc(-1, 1));
+    EXPECT_THAT(Arcs(aroundZero), ElementsAre(IsPartial(-0.5, -1), IsPartial(1, 0.5)));
+}
+
+// A limit within the tolerance of the subtracted arc lies on it, and moves to its limit.
+TEST(SetS1, MemberThatEndsJustBeforeTheSubtractedArcIsDrawnToIt) {
+    const double after = 1 + 5e-11;
+    const double before = 1 - 5e-11;
+    OwningSet ending{RawArc(0, 1)};
+    ending.Subtract(RawArc(after, 2));
+    EXPECT_THAT(Arcs(ending), ElementsAre(IsPartial(0, after)));
+    OwningSet starting{RawArc(1, 2)};
+    starting.Subtract(RawArc(0, before));
+    EXPECT_THAT(Arcs(starting), ElementsAre(IsPartial(before, 2)));
+}
+
+TEST(SetS1, MemberThatEndsBeforeTheSubtractedArcByMoreThanTheToleranceStays) {
+    OwningSet set{RawArc(0, 1), RawArc(-2, -1)};
+    set.Subtract(RawArc(1 + 2e-10, 2));
+    set.Subtract(RawArc(-1 + 2e-10, -2e-10));
+    EXPECT_THAT(Arcs(set), ElementsAre(IsPartial(0, 1), IsPartial(-2, -1)));
+}
+
 // Arcs subtract without a look at the flag; the second piece comes back in the subtracted one.
 TEST(SetS1, NewArcHasTheFlagOfTheSubtractedOne) {
     OwningSet set{RawArc(1, 3)};
