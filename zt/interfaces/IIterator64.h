@@ -1,5 +1,6 @@
 /// @file
-/// The interface that walks a list.
+/// The interface that walks a list. A `POSITION` is an opaque pointer, which comes without any
+/// list.
 
 #pragma once
 

@@ -1,5 +1,5 @@
 /// @file
-/// The interface of a list.
+/// The interface of a list. A `POSITION` is an opaque pointer, which comes without any list.
 
 #pragma once
 

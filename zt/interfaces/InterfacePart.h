@@ -39,8 +39,9 @@ namespace ZT {
 /// };
 /// ```
 ///
-/// The object has the operations `QueryInterface`, `AddRef` and `Release`. A part lives
-/// nowhere but in its place.
+/// The object has the operations `QueryInterface`, `AddRef` and `Release`. The interface tells
+/// its identifier by a specialisation of the global `InterfaceIdOf`, beside its declaration: see
+/// platform/com/IUnknown.h. A part lives nowhere but in its place.
 template <class Part, class Object, class Interface>
 class InterfacePart : public Interface {
 public:

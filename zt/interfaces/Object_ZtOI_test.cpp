@@ -86,6 +86,16 @@ TEST_F(ObjectZtOITest, CopyAddsNoReferenceAndReleasesOne) {
     EXPECT_EQ(object.GetRef(), 2u);
 }
 
+TEST_F(ObjectZtOITest, CopyKeepsTheByValueMode) {
+    Open original;
+    original.SetByVal();
+    Open copy(original);
+    EXPECT_EQ(copy.GetRef(), 0u);
+    EXPECT_EQ(copy.AddRef(), 1u);
+    EXPECT_EQ(copy.Release(), 0u) << "an object on the stack, which this must not delete";
+    EXPECT_EQ(copy.AddRef(), 1u);
+}
+
 TEST_F(ObjectZtOITest, AnswersItsInterface) {
     for (const IID& id : {IID_IObject_ZT, IID_IUnknown}) {
         found = nullptr;
@@ -149,6 +159,30 @@ TEST_F(ObjectZtOITest, TableOfTheInterfaceIsInOrder) {
     EXPECT_EQ((CallSlot<HRESULT, IUnknown**>(shown, 6, nullptr)), 120);
     EXPECT_EQ(CallSlot<HRESULT>(shown, 7), 120);
     EXPECT_EQ(CallSlot<HRESULT>(shown, 8), 120);
+}
+
+// Answers each operation of its own with the place in the table.
+struct Numbered final : IObject_ZT {
+    HRESULT QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+    ULONG AddRef() override { return 1; }
+    ULONG Release() override { return 1; }
+    HRESULT IsSame(IUnknown*, std::int16_t*) override { return 3; }
+    HRESULT GetHandle(std::uint32_t*) override { return 4; }
+    HRESULT CopyFrom(IUnknown*) override { return 5; }
+    HRESULT Clone(IUnknown**) override { return 6; }
+    HRESULT ReservedA() override { return 7; }
+    HRESULT ReservedB() override { return 8; }
+};
+
+TEST(IObjectZt, OperationsStandInTheTableInOrder) {
+    Numbered object;
+    IObject_ZT* const shown = &object;
+    EXPECT_EQ((CallSlot<HRESULT, IUnknown*, std::int16_t*>(shown, 3, nullptr, nullptr)), 3);
+    EXPECT_EQ((CallSlot<HRESULT, std::uint32_t*>(shown, 4, nullptr)), 4);
+    EXPECT_EQ((CallSlot<HRESULT, IUnknown*>(shown, 5, nullptr)), 5);
+    EXPECT_EQ((CallSlot<HRESULT, IUnknown**>(shown, 6, nullptr)), 6);
+    EXPECT_EQ(CallSlot<HRESULT>(shown, 7), 7);
+    EXPECT_EQ(CallSlot<HRESULT>(shown, 8), 8);
 }
 
 TEST_F(ObjectZtOITest, IsSameComparesWithWhatTheObjectShows) {
