@@ -53,6 +53,10 @@ std::string Fixed(double value, int decimals) {
     return zero && text.starts_with('-') ? text.substr(1) : text;
 }
 
+std::string Plural(std::uint64_t count, const std::string& one) {
+    return std::to_string(count) + ' ' + one + (count == 1 ? "" : "s");
+}
+
 bool ParseNumber(std::string_view text, double& value) {
     const std::errc error = Parse(text, value);
     if (error == std::errc::result_out_of_range) {

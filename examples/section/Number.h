@@ -4,6 +4,7 @@
 
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,9 @@ std::string Number(double value);
 
 /// `value` with `decimals` digits behind the point; zero has no sign.
 std::string Fixed(double value, int decimals);
+
+/// `count` and what is counted, such as "1 facet" and "2 facets".
+std::string Plural(std::uint64_t count, const std::string& one);
 
 /// Reads all of `text` as a number, which may have a sign and an exponent.
 /// False, and `value` as it was, if it is none. A number beyond the range of a

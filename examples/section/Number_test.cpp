@@ -62,5 +62,11 @@ TEST(Number, IsReadAsAWholeNumber) {
     EXPECT_EQ(value, 12);
 }
 
+TEST(Plural, HasAnSBehindAnythingButOne) {
+    EXPECT_EQ(Plural(0, "facet"), "0 facets");
+    EXPECT_EQ(Plural(1, "facet"), "1 facet");
+    EXPECT_EQ(Plural(2, "facet"), "2 facets");
+}
+
 }  // namespace
 }  // namespace section

@@ -133,8 +133,7 @@ TEST(Picture, TellsWhatItShows) {
 TEST(Picture, HasALegendOfWhatOccurs) {
     const std::string ring = Drawing(test::Ring(), {.m_step = 0.5});
     EXPECT_THAT(ring, AllOf(HasSubstr(">material<"), HasSubstr(">void inside the bounds<"),
-                            HasSubstr(">contour<"),
-                            HasSubstr(">directions from which the dot can be reached<"),
+                            HasSubstr(">contour<"), HasSubstr(">directions that reach the dot<"),
                             HasSubstr(">point that no direction reaches<")));
     EXPECT_THAT(ring, AllOf(Not(HasSubstr("open chain")), Not(HasSubstr("right below"))));
     EXPECT_THAT(ring, HasSubstr(">0.5 STL units<"));

@@ -78,10 +78,6 @@ double LengthOf(const ScanLines& lines) {
     return lines.Within().GetSize() * static_cast<double>(lines.Places().size());
 }
 
-std::string Plural(ZT::uint64 count, const std::string& one) {
-    return std::to_string(count) + ' ' + one + (count == 1 ? "" : "s");
-}
-
 std::string Degrees(double angle) {
     return Fixed(angle, 1) + "°";
 }
