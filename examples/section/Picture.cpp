@@ -184,7 +184,7 @@ std::vector<std::string> Notes(const Model& model, const ScanLines& lines,
                     " scan lines, " + Number(spacing) +
                     " apart; shares are shares of their length inside the bounds.";
     }
-    if (occurring.hanging) {
+    if (occurring.hanging && occurring.lowest) {
         notes.emplace_back("The lowest layer is drawn as if it were carried.");
     }
     if (occurring.chains) {

@@ -133,6 +133,7 @@ std::string Panels::Filling(const Section& section) {
         hanging += SpanPath(Uncarried(material, members), view, places[i], m_detail);
         carried += SpanPath(members, view, places[i], m_detail);
     }
+    m_occurring.lowest |= section.m_nLayer == 0;
     m_occurring.hanging |= !hanging.empty();
     const double spacing = view.Height() / static_cast<double>(places.size());
     const double thickness = std::clamp(0.62 * spacing, 0.5, 7.0);

@@ -83,7 +83,7 @@ private:
 
 /// What the sections of a picture have to show, for its legend.
 struct Occurring {
-    bool hanging = false, chains = false, fans = false, marks = false;
+    bool lowest = false, hanging = false, chains = false, fans = false, marks = false;
 };
 
 /// Draws sections, one a panel, and keeps in mind what has occurred.

@@ -139,7 +139,8 @@ TEST(Picture, HasALegendOfWhatOccurs) {
     EXPECT_THAT(ring, HasSubstr(">0.5 STL units<"));
 
     const std::string tower = Drawing(Tower(2, 1), {.m_step = 1.0});
-    EXPECT_THAT(tower, HasSubstr(">material with nothing right below it<"));
+    EXPECT_THAT(tower, AllOf(HasSubstr(">material with nothing right below it<"),
+                             HasSubstr(">The lowest layer is drawn as if it were carried.<")));
     EXPECT_THAT(tower, Not(HasSubstr("no direction")));
 }
 
