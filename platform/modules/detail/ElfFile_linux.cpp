@@ -84,13 +84,19 @@ bool ForEachSection(Elf* elf, Visit visit) {
     return true;
 }
 
+// The name in the section of names that has the index `names`, 0 for none; null if it
+// cannot be read.
+const char* NameOf(Elf* elf, std::size_t names, const GElf_Shdr& header) {
+    return names != 0 ? elf_strptr(elf, names, header.sh_name) : nullptr;
+}
+
 // The section of this name; null if there is none.
 Elf_Scn* SectionOfName(Elf* elf, std::string_view name) {
     std::size_t names = 0;
     if (elf_getshdrstrndx(elf, &names) != 0) return nullptr;
     Elf_Scn* found = nullptr;
     const bool read = ForEachSection(elf, [&](Elf_Scn* section, const GElf_Shdr& header) {
-        const char* const text = elf_strptr(elf, names, header.sh_name);
+        const char* const text = NameOf(elf, names, header);
         if (!found && text && text == name) found = section;
     });
     return read ? found : nullptr;
@@ -216,7 +222,7 @@ private:
         bool named = true;
         const bool read = ForEachSection(m_elf, [&](Elf_Scn*, GElf_Shdr header) {
             const std::size_t index = m_headers.size();
-            const char* const text = elf_strptr(m_elf, names, header.sh_name);
+            const char* const text = NameOf(m_elf, names, header);
             if (!m_section && index != 0 && text && text == m_name) m_section = index;
             if (index != 0 && index == names) m_names = index;
             // Without names, there is nothing for the header to point at.
