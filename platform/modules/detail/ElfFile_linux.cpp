@@ -97,7 +97,9 @@ Elf_Scn* SectionOfName(Elf* elf, std::string_view name) {
     Elf_Scn* found = nullptr;
     const bool read = ForEachSection(elf, [&](Elf_Scn* section, const GElf_Shdr& header) {
         const char* const text = NameOf(elf, names, header);
-        if (!found && text && text == name) found = section;
+        // The first place of the table stands for no section, whatever it says.
+        const bool real = elf_ndxscn(section) != 0;
+        if (!found && real && text && text == name) found = section;
     });
     return read ? found : nullptr;
 }
