@@ -211,6 +211,7 @@ void DeleteToTail(Side& side, Side&) {
 
 // A last one that stands before the first does not come up.
 void DeletePastLast(Side& side, Side&) {
+    if (side.model.Size() == 0) return;
     const Run run = side.PlainRun();
     if (run.first == run.last) return;
     side.list.Delete(side.At(run.last), side.At(run.first), false);
