@@ -34,7 +34,8 @@ namespace Collections {
 /// `PROBE` is a key that is sought: made from an `ARG_KEY`, it knows its `hash`, whether it
 /// `Matches` a stored key, and what a stored key is made from, its `Source`;
 /// `kStoresHash` tells whether an association keeps the hash of its key, and
-/// `HashOfStored` gives that of a stored key where it does not.
+/// `HashOfStored` gives that of a stored key where it does not; a table that grows keeps at
+/// least `kBucketsPerKey` buckets for each key.
 template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE, class PROBE>
 class AssociationTable {
     template <bool CONST>
@@ -253,7 +254,7 @@ private:
 
     CAssoc* Add(const PROBE& probe) {
         if (m_pHashTable == nullptr) AllocateTable();
-        if (m_nCount >= INT_PTR{GetHashTableSize()} && !m_bFixedSize) Grow();
+        if (m_nCount * PROBE::kBucketsPerKey >= GetHashTableSize() && !m_bFixedSize) Grow();
         CAssoc* assoc = NewAssoc(probe);
         Link(m_pHashTable, m_nHashTableSize, assoc);
         ++m_nCount;

@@ -21,6 +21,7 @@ template <class KEY, class ARG_KEY>
 struct KeyProbe {
     using Sought = std::remove_reference_t<ARG_KEY>;
     static constexpr bool kStoresHash = true;
+    static constexpr INT_PTR kBucketsPerKey = 1;
 
     explicit KeyProbe(Sought& sought) : key(sought), hash(HashKey<ARG_KEY>(sought)) {}
     bool Matches(const KEY& stored) const {

@@ -13,6 +13,7 @@ namespace Collections {
 /// A pointer that is sought in a map.
 struct PointerProbe {
     static constexpr bool kStoresHash = false;
+    static constexpr INT_PTR kBucketsPerKey = 1;
 
     explicit PointerProbe(void* sought) : key(sought), hash(HashOfStored(sought)) {}
     static UINT HashOfStored(void* stored) { return HashKey<void*>(stored); }
