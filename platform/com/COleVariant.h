@@ -18,6 +18,10 @@ inline constexpr VARTYPE VT_BSTRT = 82;
 ///
 /// A failure of the variant operations raises the OLE exception with its result, or the
 /// memory exception for `E_OUTOFMEMORY`. Text is UTF-8 on this side and wide in the variant.
+///
+/// An integer takes the type of its width. A plain `long` has 64 bits here and so makes a
+/// `VT_I8`, which no value is too large for. A reader that expects the 32-bit `VT_I4` gets it
+/// from an `int` or a `LONG`, or from the constructor that names the type.
 class ZTP_API COleVariant : public tagVARIANT {
 public:
     /// @name Making
@@ -51,7 +55,7 @@ public:
     /// Another type raises the invalid-argument exception.
     COleVariant(LONG value, VARTYPE type = VT_I4);
     COleVariant(ULONG value) noexcept;
-    /// A `VT_I8`: so is a plain `long`, which has 64 bits here.
+    /// A `VT_I8`; a plain `long` comes here.
     COleVariant(LONGLONG value) noexcept;
     /// A `VT_I8`, or one of the types of a `LONG`. Another type, or a value that does not
     /// fit, raises the invalid-argument exception.

@@ -109,6 +109,20 @@ TEST(COleVariant, NumbersTakeTheTypesThatFitThem) {
     EXPECT_TRUE(Raises<CInvalidArgException>([] { COleVariant(static_cast<SHORT>(5), VT_I4); }));
 }
 
+TEST(COleVariant, PlainLongsKeepAllTheirBits) {
+    const COleVariant wide(1L << 32);
+    EXPECT_EQ(wide.vt, VT_I8);
+    EXPECT_EQ(wide.llVal, 4294967296);
+    COleVariant assigned;
+    assigned = -5L;
+    EXPECT_EQ(assigned.vt, VT_I8);
+    assigned = COleVariant(-5L, VT_I4);
+    EXPECT_EQ(assigned.vt, VT_I4);
+    EXPECT_EQ(assigned.lVal, -5);
+    assigned = LONG{-5};
+    EXPECT_EQ(assigned.vt, VT_I4);
+}
+
 TEST(COleVariant, TextIsWideInside) {
     for (const COleVariant& text : {COleVariant("a\xC3\xA9"), COleVariant(CString("a\xC3\xA9")),
                                     COleVariant(L"a\u00E9"), COleVariant("a\xC3\xA9", VT_BSTR)}) {
@@ -258,10 +272,14 @@ TEST(COleVariant, ConvertsToAPointerToItself) {
 TEST(COleVariant, EqualsOnlyItsOwnTypeAndValue) {
     CountedObject object, other;
     int target = 0;
-    COleVariant null, raw;
+    COleVariant null, raw, otherRaw, number, otherNumber;
     null.vt = VT_NULL;
-    raw.vt = VT_BYREF;
+    LONG pointed = 0, otherPointed = 0;
+    raw.vt = otherRaw.vt = VT_BYREF;
+    number.vt = otherNumber.vt = VT_BYREF | VT_I4;
     raw.byref = &target;
+    otherRaw.byref = number.plVal = &pointed;
+    otherNumber.plVal = &otherPointed;
     const COleVariant family[] = {COleVariant(),
                                   null,
                                   true,
@@ -286,6 +304,9 @@ TEST(COleVariant, EqualsOnlyItsOwnTypeAndValue) {
                                   COleVariant(static_cast<IUnknown*>(&object)),
                                   COleVariant(static_cast<IUnknown*>(&other)),
                                   raw,
+                                  otherRaw,
+                                  number,
+                                  otherNumber,
                                   OfBytes("abc"),
                                   OfBytes("abd"),
                                   OfBytes("ab"),
@@ -319,6 +340,30 @@ TEST(COleVariant, NullStringEqualsTheEmptyOne) {
     const char* null = nullptr;
     EXPECT_TRUE(COleVariant(null) == COleVariant(""));
     EXPECT_FALSE(COleVariant(null) == COleVariant());
+}
+
+// One value of each kind that a table of parameters holds, through all the hands it passes.
+TEST(COleVariant, ValuesSurviveCopyAssignmentAndTheirSourcesEnd) {
+    CountedObject object;
+    int target = 0;
+    COleVariant raw;
+    raw.vt = VT_BYREF;
+    raw.byref = &target;
+    for (const COleVariant& value :
+         {COleVariant(), COleVariant(-5), COleVariant(LONGLONG{1} << 40), COleVariant(0.1),
+          COleVariant(true), COleVariant("text"), COleVariant(static_cast<IUnknown*>(&object)), raw,
+          OfBytes("bytes")}) {
+        COleVariant source(value), kept("old");
+        kept = source;
+        source.Clear();
+        EXPECT_EQ(source.vt, VT_EMPTY);
+        EXPECT_EQ(source.llVal, 0);
+        EXPECT_TRUE(kept == value) << value.vt;
+        const COleVariant copy(kept);
+        kept.Clear();
+        EXPECT_TRUE(copy == value) << value.vt;
+    }
+    EXPECT_EQ(object.count, 1u);
 }
 
 TEST(COleVariant, NullArrayEqualsOnlyANullOne) {
