@@ -107,20 +107,6 @@ bool DictionaryZT::Get3State(const char* name, ZT3State& out) const {
     return true;
 }
 
-bool DictionaryZT::GetString(const char* name, CString& out) const {
-    const auto* item = FindTyped<ItemString>(name, eDictString);
-    if (item == nullptr) return false;
-    out = item->m_value;
-    return true;
-}
-
-bool DictionaryZT::SetString(const char* name, const CString& value) {
-    auto* item = FindTyped<ItemString>(name, eDictString);
-    if (item == nullptr) return false;
-    item->m_value = value;
-    return true;
-}
-
 bool DictionaryZT::Get(const char* name, COleVariant& out) const {
     const auto* item = FindTyped<ItemVariant>(name, eDictVariant);
     if (item == nullptr) return false;

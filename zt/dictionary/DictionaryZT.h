@@ -174,8 +174,18 @@ public:
     bool Set3State(const char* name, ZT3State value) {
         return Write(name, eDict3State, &ItemBasic::Slot::stateValue, value);
     }
-    bool GetString(const char* name, CString& out) const;
-    bool SetString(const char* name, const CString& value);
+    bool GetString(const char* name, CString& out) const {
+        const auto* item = FindTyped<ItemString>(name, eDictString);
+        if (item == nullptr) return false;
+        out = item->m_value;
+        return true;
+    }
+    bool SetString(const char* name, const CString& value) {
+        auto* item = FindTyped<ItemString>(name, eDictString);
+        if (item == nullptr) return false;
+        item->m_value = value;
+        return true;
+    }
     /// A copy of the variant. One that cannot be copied raises the OLE exception.
     bool Get(const char* name, COleVariant& out) const;
     bool Set(const char* name, const COleVariant& value);
