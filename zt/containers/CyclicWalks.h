@@ -98,29 +98,19 @@ int Count(const Chain<E, A>& list, POSITION from, POSITION to) {
     return count;
 }
 
-/// Appends the elements of `source` from `from` on, forward or backward, through `to`. With
-/// `bCyclic` the walk turns round at the end, and a `to` that is not in `source` makes this
-/// append without end; otherwise it stops there. Nothing happens for a null `from`. `source`
-/// may be `list` itself: its ends are those that it had before.
-template <class E, class A>
-void CopyRun(Chain<E, A>& list, const Chain<E, A>& source, POSITION from, POSITION to,
-             bool bForward, bool bCyclic) {
-    const POSITION end = StartPosition(source, !bForward);
-    const POSITION afterEnd = bCyclic ? StartPosition(source, bForward) : nullptr;
-    for (POSITION pos = from; pos != nullptr;) {
-        const POSITION here = pos;
-        list.AddTail(Next(source, pos, bForward));
-        if (here == to) return;
-        if (here == end) pos = afterEnd;
-    }
-}
-
 /// Appends the elements of the cyclic run of `source`, which may be `list` itself and then
 /// turns round at the tail that it had before. Nothing happens for a null `from`. A `to` that
 /// is not in `source` makes this append without end.
 template <class E, class A>
 void CopyCyclic(Chain<E, A>& list, const Chain<E, A>& source, POSITION from, POSITION to) {
-    CopyRun(list, source, from, to, true, true);
+    if (from == nullptr) return;
+    const POSITION tail = source.GetTailPosition();
+    for (POSITION pos = from;;) {
+        const POSITION here = pos;
+        list.AddTail(source.GetNext(pos));
+        if (here == to) return;
+        if (here == tail) pos = source.GetHeadPosition();
+    }
 }
 
 /// Calls `act` with each element from `from` through `to` and then takes it out of the list.

@@ -307,10 +307,16 @@ private:
 
 template <class T>
 void HXPtrListBase2<T>::Copy(const HXPtrListBase2& src, bool bReverse, POSITION from, POSITION to) {
-    POSITION first = OrElse(from, src.GetHeadPosition());
-    POSITION last = OrElse(to, src.GetTailPosition());
-    if (bReverse) std::swap(first, last);
-    CyclicWalks::CopyRun(*this, src, first, last, !bReverse, false);
+    const POSITION head = src.GetHeadPosition();
+    const POSITION tail = src.GetTailPosition();
+    const POSITION last = bReverse ? OrElse(from, head) : OrElse(to, tail);
+    // Where src ends now: if it is this list, it grows.
+    const POSITION end = bReverse ? head : tail;
+    for (POSITION pos = bReverse ? OrElse(to, tail) : OrElse(from, head); pos != nullptr;) {
+        const POSITION here = pos;
+        Add(src.Next(pos, !bReverse), false);
+        if (here == last || here == end) return;
+    }
 }
 
 template <class T>
