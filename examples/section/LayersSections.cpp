@@ -75,7 +75,7 @@ void Layers::MeasureSections(const Mesh& mesh, const Bounds& bounds) {
     }
     m_nScanLines = static_cast<ZT::uint64>(ScanLines::CountFor(m_layers.size()));
     const ScanLines lines = LinesIn(bounds);
-    SectionCutter cutter(mesh, bounds, lines);
+    SectionCutter cutter(mesh, bounds, lines, m_layers.size());
     Sweep sweep(covers, m_layers.size());
     std::vector<double> directions;
     Fill fill, below;
@@ -102,7 +102,7 @@ std::deque<Section> Layers::SectionsOf(const Mesh& mesh, const Bounds& bounds,
                                        const std::vector<std::size_t>& indices) const {
     const std::vector<ZT::RangeInt> covers = CoversOf(mesh);
     const ScanLines lines = LinesIn(bounds);
-    SectionCutter cutter(mesh, bounds, lines);
+    SectionCutter cutter(mesh, bounds, lines, m_layers.size());
     Sweep sweep(covers, m_layers.size());
     const auto contoursOf = [&](std::size_t index) {
         return cutter.ContoursOf(sweep.MoveTo(index), m_layers[index].MiddleHeight());

@@ -39,11 +39,6 @@ double Direction(const Step& step) {
     return std::atan2(step.y, step.x);
 }
 
-/// The turn from one direction to another, from -pi to pi.
-double Turn(double from, double to) {
-    return std::remainder(to - from, 2 * std::acos(-1.0));
-}
-
 /// What several segments, one behind the other, cover together: an arc from `low` to
 /// `high`, which may lie beyond a half-turn.
 struct Covered {
@@ -60,16 +55,16 @@ struct Sight {
     };
 
     EKind kind;
-    double from = 0.0, turn = 0.0;
+    double turn = 0.0;
+    Step toA, toB;
 
-    Sight(const ContourPoint& point, const ContourPoint& a, const ContourPoint& b) {
+    Sight(const ContourPoint& point, const ContourPoint& a, const ContourPoint& b)
+        : toA(Between(point, a)), toB(Between(point, b)) {
         if (a == point || b == point) {
             kind = a == point ? eStartsHere : eEndsHere;
-            from = Direction(kind == eStartsHere ? Between(point, b) : Between(point, a));
             return;
         }
-        from = Direction(Between(point, a));
-        turn = Turn(from, Direction(Between(point, b)));
+        turn = std::atan2(Cross(toA, toB), toA.x * toB.x + toA.y * toB.y);
         kind = std::abs(turn) > ZT::zPi - kStraight ? ePassesHere : eApart;
     }
 };
@@ -167,16 +162,16 @@ void FreeWays::TakeContour(const std::vector<ContourPoint>& points, bool closed)
         const Sight sight(m_from, a, b);
         if (sight.kind != Sight::eApart) {
             take();
-            if (closed) {
-                m_edges.push_back(sight.from);
+            if (closed && sight.kind != Sight::eStartsHere) {
+                m_edges.push_back(Direction(sight.toA));
             }
-            if (closed && sight.kind == Sight::ePassesHere) {
-                m_edges.push_back(sight.from + sight.turn);
+            if (closed && sight.kind != Sight::eEndsHere) {
+                m_edges.push_back(Direction(sight.toB));
             }
             return;
         }
         if (!joined) {
-            here = covered.low = covered.high = sight.from;
+            here = covered.low = covered.high = Direction(sight.toA);
         }
         const double next = here + sight.turn;
         const Covered both{std::min(covered.low, next), std::max(covered.high, next)};
@@ -313,7 +308,6 @@ namespace {
 
 constexpr std::size_t kMostContours = 32;
 constexpr std::size_t kPointsEach = 8;
-constexpr std::size_t kMostSights = std::size_t{1} << 18;
 
 struct Candidate {
     const std::vector<ContourPoint>* contour;
@@ -321,12 +315,12 @@ struct Candidate {
 };
 
 /// How many contours are looked at, for the number of segments of all.
-std::size_t ContoursFor(const std::vector<Candidate>& candidates) {
+std::size_t ContoursFor(const std::vector<Candidate>& candidates, std::size_t mostSights) {
     std::size_t segments = 1;
     for (const Candidate& candidate : candidates) {
         segments += candidate.contour->size();
     }
-    return std::clamp<std::size_t>(kMostSights / kPointsEach / segments, 1, kMostContours);
+    return std::clamp<std::size_t>(mostSights / kPointsEach / segments, 1, kMostContours);
 }
 
 /// Leaves the `most` longest of `candidates`, in their order.
@@ -350,7 +344,13 @@ void KeepLongest(std::vector<Candidate>& candidates, std::size_t most) {
 
 }  // namespace
 
-Reach::Reach(const ContourSet& contours, const ContourPoint& middle) {
+std::size_t Reach::SightsFor(std::size_t layerCount) {
+    constexpr std::size_t kTogether = std::size_t{1} << 26;
+    constexpr std::size_t kLeastEach = std::size_t{1} << 10;
+    return std::clamp(kTogether / std::max<std::size_t>(layerCount, 1), kLeastEach, kMostSights);
+}
+
+Reach::Reach(const ContourSet& contours, const ContourPoint& middle, std::size_t mostSights) {
     std::vector<Candidate> candidates;
     for (const Loop& loop : contours.m_loops) {
         candidates.push_back({&loop, true});
@@ -358,7 +358,7 @@ Reach::Reach(const ContourSet& contours, const ContourPoint& middle) {
     for (const Chain& chain : contours.m_chains) {
         candidates.push_back({&chain, false});
     }
-    KeepLongest(candidates, ContoursFor(candidates));
+    KeepLongest(candidates, ContoursFor(candidates, mostSights));
     for (const Candidate& candidate : candidates) {
         m_all.emplace_back(contours, *candidate.contour, candidate.closed, middle, kPointsEach);
     }

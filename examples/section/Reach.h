@@ -81,13 +81,21 @@ ZT::RangeS1 WidestOf(const ZT::SetS1& arcs);
 
 /// From where the contours of one section are reached, each at eight points.
 ///
-/// The time for a point grows with the segments of the section. So the longest contours
-/// are looked at, as many of them as keep points times segments within a quarter of a
-/// million, but at least 1 and at most 32; the others aren't.
+/// The time for a point grows with the segments of the section: each is a sight. So the
+/// longest contours are looked at, as many of them as keep the number of sights within a
+/// limit, but at least 1 and at most 32; the others aren't.
 class Reach {
 public:
+    /// The most sights of a section: a quarter of a million.
+    static constexpr std::size_t kMostSights = std::size_t{1} << 18;
+
+    /// How many sights each of `layerCount` layers gets: of more than 256 layers fewer, so
+    /// that all together stay near 64 million, but at least 1024.
+    static std::size_t SightsFor(std::size_t layerCount);
+
     Reach() = default;
-    Reach(const ContourSet& contours, const ContourPoint& middle);
+    Reach(const ContourSet& contours, const ContourPoint& middle,
+          std::size_t mostSights = kMostSights);
 
     /// One for each contour that was looked at: loops in their order, then chains.
     const std::deque<ContourReach>& All() const { return m_all; }

@@ -233,6 +233,24 @@ TEST(Reach, LooksAtOneContourOfManySegments) {
     EXPECT_NEAR(reach.All()[0].Points().front().From().m_x, 12.0, kNear);
 }
 
+TEST(Reach, LooksAtAsManyContoursAsItsSightsAllow) {
+    ContourSet contours;
+    for (int i = 0; i < 20; ++i) {
+        contours.m_loops.push_back(Rectangle(4 * i, 0, 4 * i + 1, 1));
+    }
+    // 80 segments and one to spare, seen from 8 points of a contour each.
+    EXPECT_EQ(Reach(contours, {80, 1}, 8 * 81 * 5).All().size(), 5u);
+    EXPECT_EQ(Reach(contours, {80, 1}, 8 * 81 * 5 - 1).All().size(), 4u);
+    EXPECT_EQ(Reach(contours, {80, 1}, 1).All().size(), 1u);
+}
+
+TEST(Reach, GivesEachOfManyLayersFewerSights) {
+    EXPECT_EQ(Reach::SightsFor(0), 262144u);
+    EXPECT_EQ(Reach::SightsFor(256), 262144u);
+    EXPECT_EQ(Reach::SightsFor(1024), 65536u);
+    EXPECT_EQ(Reach::SightsFor(100000), 1024u);
+}
+
 TEST(ReachFigures, CountWhatIsReached) {
     const ReachFigures ring{Reach({{kSquare, Rectangle(1, 1, 3, 3)}, {}}, {2, 2})};
     EXPECT_EQ(ring.m_nContours, 2u);

@@ -29,7 +29,8 @@ struct Section {
 class SectionCutter {
 public:
     /// `mesh` and `lines` must outlive the cutter; `bounds` are those of the mesh.
-    SectionCutter(const Mesh& mesh, const Bounds& bounds, const ScanLines& lines);
+    SectionCutter(const Mesh& mesh, const Bounds& bounds, const ScanLines& lines,
+                  std::size_t layerCount);
 
     /// The contours at `height` of the facets with the indices `met`.
     ContourSet ContoursOf(const std::vector<std::size_t>& met, double height) const;
@@ -38,13 +39,14 @@ public:
     /// narrower than a cell of the contours' raster.
     void Refill(const ContourSet& contours, Fill& fill) { m_filler.Refill(contours, fill); }
 
-    Reach ReachOf(const ContourSet& contours) const { return {contours, m_middle}; }
+    Reach ReachOf(const ContourSet& contours) const { return {contours, m_middle, m_mostSights}; }
 
 private:
     const Mesh& m_mesh;
     double m_resolution;
     SectionFiller m_filler;
     ContourPoint m_middle;
+    std::size_t m_mostSights;
 };
 
 }  // namespace section
