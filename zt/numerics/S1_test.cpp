@@ -50,6 +50,11 @@ double OnePass(double angle) {
     return rest > 0 ? rest - zPi : zPi + rest;
 }
 
+// Whether a second pass changes the angle's bits, so that one pass and two are told apart.
+bool SecondPassCounts(double angle) {
+    return OnePass(angle) != OnePass(OnePass(angle));
+}
+
 // The record.
 
 TEST(S1, HoldsTheAngleBehindTheTable) {
@@ -238,6 +243,12 @@ TEST(S1, SecondPassOfFactorizeCanChangeTheLastBit) {
     EXPECT_GT(changed, 0);
 }
 
+TEST(S1, FactorizeTakesTwoPassesAndAPointTakesOne) {
+    ASSERT_TRUE(SecondPassCounts(37.5));
+    EXPECT_THAT(S1(37.5).GetAngle(), Is(-0.1991118430774801));
+    EXPECT_THAT(S1::Factorize(37.5), Is(-0.19911184307748012));
+}
+
 TEST(S1, FactorizeDegIsTheCanonicalFormInDegrees) {
     EXPECT_THAT(S1::FactorizeDeg(190.0), DoubleNear(-170.0, 1e-11));
     EXPECT_THAT(S1::FactorizeDeg(-180.0), Is(zPi * zDegPerRad));
@@ -250,6 +261,11 @@ TEST(S1, OppositeLiesHalfATurnAway) {
     EXPECT_THAT(S1::GetOpposite(zPi), Is(0.0));
     EXPECT_THAT(S1::GetOpposite(1.0), DoubleNear(1.0 - zPi, 1e-15));
     EXPECT_THAT(S1::GetOpposite(-1.0), DoubleNear(zPi - 1.0, 1e-15));
+}
+
+TEST(S1, OppositeIsReducedTwice) {
+    ASSERT_TRUE(SecondPassCounts(2.22 + zPi));
+    EXPECT_THAT(S1::GetOpposite(2.22), Is(-0.9215926535897899));
 }
 
 // Operators.
@@ -266,6 +282,10 @@ TEST(S1, SumAndDifferenceAreReducedOnce) {
     EXPECT_THAT((S1(-3.0) - S1(1.0)).GetAngle(), Is(OnePass(S1(-3.0).m_angle - S1(1.0).m_angle)));
     EXPECT_THAT((Raw(0.5 * zPi) + Raw(0.5 * zPi)).GetAngle(), Is(zPi));
     EXPECT_THAT((S1(1.0) - S1(1.0)).GetAngle(), Is(0.0));
+    ASSERT_TRUE(SecondPassCounts(2.29 + 3.0));
+    EXPECT_THAT((S1(2.29) + S1(3.0)).GetAngle(), Is(-0.99318530717958));
+    ASSERT_TRUE(SecondPassCounts(-3.07 - 3.0));
+    EXPECT_THAT((S1(-3.07) - S1(3.0)).GetAngle(), Is(0.21318530717957973));
 }
 
 TEST(S1, TurningInPlaceReturnsACopyOfTheNewValue) {
@@ -277,6 +297,17 @@ TEST(S1, TurningInPlaceReturnsACopyOfTheNewValue) {
     const double difference = OnePass(sum - S1(1.0).m_angle);
     EXPECT_THAT((point -= S1(1.0)).GetAngle(), Is(difference));
     EXPECT_THAT(point.GetAngle(), Is(difference));
+}
+
+TEST(S1, TurningInPlaceReducesOnce) {
+    ASSERT_TRUE(SecondPassCounts(2.29 + 3.0));
+    S1 sum(2.29);
+    EXPECT_THAT((sum += S1(3.0)).GetAngle(), Is(-0.99318530717958));
+    EXPECT_THAT(sum.GetAngle(), Is(-0.99318530717958));
+    ASSERT_TRUE(SecondPassCounts(-3.07 - 3.0));
+    S1 difference(-3.07);
+    EXPECT_THAT((difference -= S1(3.0)).GetAngle(), Is(0.21318530717957973));
+    EXPECT_THAT(difference.GetAngle(), Is(0.21318530717957973));
 }
 
 TEST(S1, TurningByItselfDoublesTheAngle) {
@@ -297,6 +328,13 @@ TEST(S1, TranslateTellsWhetherItTurned) {
     EXPECT_TRUE(point.Translate(zToler));
     EXPECT_TRUE(point.Translate(3.0));
     EXPECT_THAT(point.GetAngle(), DoubleNear(4.0 - z2Pi, 1e-9));
+}
+
+TEST(S1, TranslateReducesOnce) {
+    ASSERT_TRUE(SecondPassCounts(2.29 + 3.0));
+    S1 point(2.29);
+    EXPECT_TRUE(point.Translate(3.0));
+    EXPECT_THAT(point.GetAngle(), Is(-0.99318530717958));
 }
 
 TEST(S1, TranslateWithinTheToleranceDoesNotReduceEither) {
@@ -723,6 +761,14 @@ TEST(S1, SegmentPointIsReducedOnceOnTheSum) {
     const double d = OnePass(S1(-2.5).m_angle - from.m_angle);
     EXPECT_THAT(from.GetSegmentPoint(S1(-2.5), 0.75).GetAngle(),
                 Is(OnePass(from.m_angle + d * 0.75)));
+    ASSERT_TRUE(SecondPassCounts(0.1 + (-3.03 - 0.1) * 2.0));
+    EXPECT_THAT(S1(0.1).GetSegmentPoint(S1(-3.03), 2.0).GetAngle(), Is(0.12318530717957943));
+}
+
+TEST(S1, SegmentPointReducesTheDifferenceOnce) {
+    ASSERT_TRUE(SecondPassCounts(-3.10 - 2.19));
+    // Reduced twice, it would lead to -2.6034073464102105.
+    EXPECT_THAT(S1(2.19).GetSegmentPoint(S1(-3.10), 1.5).GetAngle(), Is(-2.60340734641021));
 }
 
 TEST(S1, ArcPointGoesInItsSense) {
@@ -736,6 +782,11 @@ TEST(S1, ArcPointGoesInItsSense) {
                 Is(OnePass(OnePass((1 - (1 - 0.25)) * 1.0 + (1 - 0.25) * 2.0))));
     EXPECT_THAT(S1::GetSegmentPoint(1.0, 2.0, 0.5, false), DoubleNear(1.5 - zPi, 1e-14));
     EXPECT_THAT(S1::GetSegmentPoint(3.0, -3.0, 0.5, true), DoubleNear(zPi, 1e-14));
+}
+
+TEST(S1, ArcPointIsReducedTwice) {
+    ASSERT_TRUE(SecondPassCounts((1 - 0.75) * 2.7 + 0.75 * (-0.1 + z2Pi)));
+    EXPECT_THAT(S1::GetSegmentPoint(2.7, -0.1, 0.75, true), Is(-0.9707963267948957));
 }
 
 TEST(S1, ArcPointBetweenEqualAnglesIsTheFirstToTheBit) {
@@ -778,6 +829,12 @@ TEST(S1, CounterClockwiseSequenceToleratesATie) {
     EXPECT_TRUE(S1(0.0).IsCCWSequence(S1(1.0), S1(1.0)));
     EXPECT_TRUE(S1(0.0).IsCCWSequence(S1(1.0 + 5e-11), S1(1.0)));
     EXPECT_FALSE(S1(0.0).IsCCWSequence(S1(1.0 + 2e-10), S1(1.0)));
+}
+
+TEST(S1, CounterClockwiseSequenceToleratesLessThanTheTolerance) {
+    // From the seam the angles count as they stand.
+    EXPECT_FALSE(S1(zPi).IsCCWSequence(Raw(0.0), Raw(-zToler)));
+    EXPECT_TRUE(S1(zPi).IsCCWSequence(Raw(0.0), Raw(std::nextafter(-zToler, 0.0))));
 }
 
 TEST(S1, PointAtTheStartOfASequenceIsAFullTurnAway) {

@@ -95,6 +95,35 @@ TEST(RangeS1Ties, LocationOnAnExternalArcOffTheSeamTakesItsLimitsAsNumbers) {
     EXPECT_EQ(arc.GetPointLocation(2.0, 0.01), RangeR1::eLocnAtMin);
 }
 
+// Limits exactly the tolerance apart are two places.
+
+TEST(RangeS1Ties, ComplementHasItsLimitsWithinLessThanTheTolerance) {
+    const double below = std::nextafter(zToler, 0.0);
+    EXPECT_FALSE(RawArc(1.0, 0.0).IsComplimentary(RawArc(zToler, 1.0)));
+    EXPECT_TRUE(RawArc(1.0, 0.0).IsComplimentary(RawArc(below, 1.0)));
+    EXPECT_FALSE(RawArc(0.0, 1.0).IsComplimentary(RawArc(1.0, zToler)));
+    EXPECT_TRUE(RawArc(0.0, 1.0).IsComplimentary(RawArc(1.0, below)));
+}
+
+TEST(RangeS1Ties, CoverSharesNoLimitAtExactlyTheTolerance) {
+    EXPECT_EQ(RawArc(0.0, 1.0).GetRangeLocation(RawArc(-zToler, 2.0), zToler),
+              RangeR1::eRangeLocnCover);
+    const double below = std::nextafter(-zToler, 0.0);
+    EXPECT_EQ(RawArc(0.0, 1.0).GetRangeLocation(RawArc(below, 2.0), zToler),
+              RangeR1::eRangeLocnCoverAtMin);
+    EXPECT_EQ(RawArc(-1.0, 0.0).GetRangeLocation(RawArc(-2.0, zToler), zToler),
+              RangeR1::eRangeLocnCover);
+    EXPECT_EQ(RawArc(-1.0, 0.0).GetRangeLocation(RawArc(-2.0, -below), zToler),
+              RangeR1::eRangeLocnCoverAtMax);
+}
+
+TEST(RangeS1Ties, PointExactlyTheToleranceFromALimitIsNotAtIt) {
+    EXPECT_TRUE(RawArc(0.0, 2.0).InOpen(zToler));
+    EXPECT_FALSE(RawArc(0.0, 2.0).InOpen(std::nextafter(zToler, 0.0)));
+    EXPECT_TRUE(RawArc(-2.0, 0.0).InOpen(-zToler));
+    EXPECT_FALSE(RawArc(-2.0, 0.0).InOpen(std::nextafter(-zToler, 0.0)));
+}
+
 // Subtraction, one step after the other, for any limits.
 
 bool On(const RangeS1& arc, double x) {
@@ -187,6 +216,21 @@ Subtraction Result(const RangeS1& arc, const RangeS1& r) {
     d.changed = true;
     d.count = d.arc.Subtract(d.r, &d.changed);
     return d;
+}
+
+TEST(RangeS1Ties, SubtractSharesNoStartAtExactlyTheTolerance) {
+    const Subtraction d = Result(RawArc(0.0, 2.0), RawArc(zToler, 1.0));
+    EXPECT_EQ(d.count, 2);
+    EXPECT_FALSE(d.changed);
+    EXPECT_THAT(d.arc, IsPartial(0.0, S1::Factorize(zToler)));
+    EXPECT_THAT(d.r, IsPartial(S1::Factorize(1.0), S1::Factorize(2.0)));
+}
+
+TEST(RangeS1Ties, SubtractTellsOfAStartThatMovesByExactlyTheTolerance) {
+    const Subtraction d = Result(RawArc(zToler, 2.0), RawArc(-1.0, 0.0));
+    EXPECT_EQ(d.count, 1);
+    EXPECT_TRUE(d.changed);
+    EXPECT_THAT(d.arc, IsPartial(0.0, 2.0));
 }
 
 TEST(RangeS1Ties, SubtractTakesItsStepsToTheBit) {

@@ -26,6 +26,12 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kWithin = 5e-11;
 constexpr double kBeyond = 2e-10;
 
+// Whether a second pass of the reduction changes the angle's bits, so that one pass and two
+// are told apart.
+bool SecondPassCounts(double angle) {
+    return S1(angle).GetAngle() != S1::Factorize(angle);
+}
+
 // The record.
 
 TEST(RangeS1, StateFollowsTheRecordOfARealInterval) {
@@ -182,6 +188,8 @@ TEST(RangeS1, MadeFromAnglesIsCanonicalAndPartial) {
     const RangeS1 arc(7.0, -4.0);
     EXPECT_THAT(arc, IsPartial(S1::Factorize(7.0), S1::Factorize(-4.0)));
     EXPECT_FALSE(arc.IsExternal());
+    ASSERT_TRUE(SecondPassCounts(37.5) && SecondPassCounts(18.75));
+    EXPECT_THAT(RangeS1(37.5, 18.75), IsPartial(-0.19911184307748012, -0.09955592153874006));
 }
 
 TEST(RangeS1, MadeFromAnglesDoesNotDetectTheFullCircle) {
@@ -242,6 +250,8 @@ TEST(RangeS1, SetBringsAnglesIntoCanonicalForm) {
     EXPECT_THAT(AfterSet(7.0, -4.0), IsPartial(S1::Factorize(7.0), S1::Factorize(-4.0)));
     EXPECT_THAT(AfterSet(0.0, zPi), IsPartial(0.0, zPi));
     EXPECT_THAT(AfterSet(3 * zPi, -zPi), IsPartial(zPi, zPi));
+    ASSERT_TRUE(SecondPassCounts(37.5) && SecondPassCounts(18.75));
+    EXPECT_THAT(AfterSet(37.5, 18.75), IsPartial(-0.19911184307748012, -0.09955592153874006));
 }
 
 TEST(RangeS1, SetFindsTheFullCircle) {
@@ -426,6 +436,16 @@ TEST(RangeS1, TranslateReducesBothLimitsAndKeepsTheState) {
     EXPECT_THAT(empty, IsArc(S1::Factorize(101.0), S1::Factorize(103.0), RangeS1::eStateEmpty));
 }
 
+TEST(RangeS1, TranslateReducesTwice) {
+    ASSERT_TRUE(SecondPassCounts(2.29 + 3.0) && SecondPassCounts(2.22 + zPi));
+    RangeS1 start = RawArc(2.29, 1.0);
+    start.Translate(3.0);
+    EXPECT_THAT(start, IsPartial(-0.9931853071795799, -2.2831853071795796));
+    RangeS1 end = RawArc(1.0, 2.22);
+    end.Translate(zPi);
+    EXPECT_THAT(end.m_max, Is(-0.9215926535897899));
+}
+
 TEST(RangeS1, TranslateMovesTheLimitsOfAFullCircleToo) {
     RangeS1 arc = FullArc();
     arc.Translate(1.0);
@@ -569,6 +589,11 @@ TEST(RangeS1, PointOfASingularArcRunsFromItsEnd) {
     EXPECT_THAT(arc.GetPoint(0.25), Is(S1::Factorize((1 - 0.25) * -2.0 + 0.25 * (2.0 + z2Pi))));
 }
 
+TEST(RangeS1, PointOfASingularArcIsReducedTwice) {
+    ASSERT_TRUE(SecondPassCounts((1 - 0.71) * -2.0 + 0.71 * (2.0 + z2Pi)));
+    EXPECT_THAT(RawArc(2.0, -2.0).GetPoint(0.71), Is(-0.9821237390820797));
+}
+
 TEST(RangeS1, PointOfASingularArcMayLieOffIt) {
     const RangeS1 arc = RawArc(2.0, -2.0);
     EXPECT_FALSE(arc.In(arc.GetPoint(0.25)));
@@ -637,6 +662,11 @@ TEST(RangeS1, MiddleOfTheGapIsOutside) {
     EXPECT_THAT(Outside(RawArc(-2.0, 2.0)), testing::DoubleNear(zPi, 1e-14));
 }
 
+TEST(RangeS1, MiddleOfAGapAcrossTheSeamIsReducedTwice) {
+    ASSERT_TRUE(SecondPassCounts((1 - 0.5) * 2.04 + 0.5 * (2.34 + z2Pi)));
+    EXPECT_THAT(Outside(RawArc(2.04, 2.34)), Is(-0.9515926535897915));
+}
+
 TEST(RangeS1, GapThatEndsAtPiHasAPlainMiddle) {
     EXPECT_THAT(Outside(RawArc(zPi, 0.0)), Is(0.5 * zPi));
     EXPECT_THAT(Outside(RawArc(zPi - kWithin, 0.0)), Is((1 - 0.5) * 0.0 + 0.5 * (zPi - kWithin)));
@@ -674,6 +704,8 @@ TEST(RangeS1, AngleOnTheArcIsReturnedInCanonicalForm) {
     EXPECT_THAT(arc.ToRangeS1(1.5 + 5 * z2Pi), Is(S1::Factorize(1.5 + 5 * z2Pi)));
     EXPECT_THAT(FullArc().ToRangeS1(4.0), Is(S1::Factorize(4.0)));
     EXPECT_THAT(ExternalArc(1.0, 2.0).ToRangeS1(4.0), Is(S1::Factorize(4.0)));
+    ASSERT_TRUE(SecondPassCounts(37.5));
+    EXPECT_THAT(FullArc().ToRangeS1(37.5), Is(-0.19911184307748012));
 }
 
 TEST(RangeS1, AngleOffAnExternalArcGoesToTheFartherLimit) {
