@@ -405,10 +405,19 @@ TEST_F(GridOfTen, InternalKnotsWithoutSegmentsAreTheLowerLimitOrNone) {
     EXPECT_THAT(out, IsGrid(0.0, 0.0, 0));
     noSegments.GetInternalKnots({-5, -3}, out);
     EXPECT_THAT(out, IsGrid(0.0, -1.0, 0));
+    // Also where the lower limit lies below the range.
+    noSegments.GetInternalKnots({3, 5}, out);
+    EXPECT_THAT(out, IsGrid(0.0, 0.0, 0));
 }
 
 TEST_F(InternalKnots, GoOnOutsideOfTheGrid) {
     EXPECT_THAT(Of(-5, 20), IsGrid(-4.0, 19.0, 23));
+}
+
+TEST_F(InternalKnots, BelowTheGridAreCutTowardsZero) {
+    // The knot -4 is missed at the start, and taken in at the end, above the range.
+    EXPECT_THAT(Of(-4.5, 20), IsGrid(-3.0, 19.0, 22));
+    EXPECT_THAT(Of(-9, -4.5), IsGrid(-8.0, -4.0, 4));
 }
 
 TEST_F(InternalKnots, KeepTheFlagOfTheResult) {

@@ -372,6 +372,17 @@ TEST(RangeR1Measures, MaxDistToAnyOtherRangeIsTheLengthOfBoth) {
     EXPECT_THAT(RangeR1(2.0, 10.0).GetMaxDist(RangeR1(1.0, 4.0)), Is(9.0));
 }
 
+TEST(RangeR1Measures, DistancesOfRangesAskTheFlagForWhatLiesInside) {
+    // All of the other range is in the external one, whose hole lies within it.
+    EXPECT_THAT(External(0.0, 1.0).GetDist(RangeR1(-1.0, 2.0), true), Is(-1.0));
+    EXPECT_THAT(RangeR1(-1.0, 2.0).GetMaxDist(External(0.0, 1.0)), Is(2.0));
+}
+
+TEST(RangeR1Measures, DistanceInsideIsNegativeWhereTheRangeSticksOutByTheTolerance) {
+    EXPECT_THAT(RangeR1(0.0, 1.0).GetDist(RangeR1(-zToler, 0.5), true), Is(-zToler));
+    EXPECT_THAT(RangeR1(0.0, 1.0).GetDist(RangeR1(-kAboveToler, 0.5), true), Is(0.0));
+}
+
 TEST(RangeR1Measures, ScaleIsTheSmallerOfTheTwoSides) {
     const RangeR1 range(0.0, 10.0);
     EXPECT_THAT(range.GetScale(RangeR1(2.0, 6.0), 4.0), Is(2.0));
