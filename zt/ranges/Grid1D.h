@@ -104,10 +104,22 @@ public:
 
     /// The run of segments that covers `r`, both ends included, in `out`. The end is cut down to
     /// the last segment; the start is not cut, and neither end is raised to 0.
+    ///
+    /// A limit of `r` that lies below the grid and not on a knot counts for the segment above its
+    /// own, as in `RangeR1::GetSegment`, so that the run need not cover `r`: on a grid from 0 in
+    /// steps of 2, (-1, -0.5) gives segment 0.
     void GetCoverSet(const RangeR1& r, RangeInt& out) const;
 
     /// Makes `out` the grid of those knots that lie strictly inside of `r`; its external flag
     /// stays. If there are none it gets 0 segments and an inverted, empty range.
+    ///
+    /// Below the grid a limit of `r` between two knots counts for the segment above its own. So
+    /// the knot after the lower limit of `r` is missed, and at the upper limit the knot after it,
+    /// which lies outside of `r`, is taken in: on a grid from 0 in steps of 1, (-4.5, 20) begins
+    /// with -3, and (-9, -4.5) ends with -4.
+    ///
+    /// A grid without segments gives its lower limit as a single knot, wherever that lies below
+    /// the upper limit of `r` or at it, also outside of `r`; otherwise the inverted range.
     void GetInternalKnots(const RangeR1& r, Grid1D& out) const;
 
     /// The interval of the extended sequence in the outer range `all` that holds `x`, by the

@@ -237,8 +237,12 @@ public:
 
     /// Whether this range comes after `r`, both taken with closed ends. Ranges that
     /// overlap in more than a point give `eTrue`, whichever comes first. Of ranges that
-    /// meet in a point the one that ends higher is after; `eUnknown` is for points that no
-    /// end tells apart.
+    /// lie apart the one that ends higher is after. Where they meet in a single point,
+    /// - against an `r` with length, that is so too, and a point at the end of `r`, which
+    ///   ends no higher, is after it as well (`eTrue`);
+    /// - against a point, the answer is `eTrue` for a range with length that ends higher,
+    ///   and otherwise `eUnknown`: also for a range that ends in that point, though it is
+    ///   no point itself.
     ETri IsAfterClosed(const RangeR1& r) const;
 
     /// @}
@@ -366,10 +370,14 @@ public:
     }
 
     /// Cuts this range down to what it shares with `r`, and tells whether anything is
-    /// left; if not, the limits are the canonical empty ones. Ranges that touch within the
-    /// tolerance share a singleton. Where two limits differ by less than the tolerance,
-    /// that of `r` is taken. The flags do not count, but when `r` lies inside this range
-    /// its flag comes along.
+    /// left. Ranges that touch within the tolerance share a singleton. Where two limits
+    /// differ by less than the tolerance, that of `r` is taken. The flags do not count, but
+    /// when `r` lies inside this range its flag comes along.
+    ///
+    /// Of ranges that lie apart the canonical empty limits are left. Two that do not, and of
+    /// which one is out of order, can give false as well, but the limits are then what the
+    /// cut makes of them: (2, 1) stays so against (0, 3), and (0, 10) becomes (6, 5) against
+    /// (6, 5).
     bool Intersect(const RangeR1& r);
 
     /// Whether the ranges share a point, or, with `bStrict`, more than a point. The flags
@@ -454,10 +462,12 @@ public:
     double GetDist(double x, double* pNearest) const;
 
     /// The distance between this range and `r`: positive if they lie apart, otherwise 0.0.
-    /// With `bInside`, an `r` that lies inside this range gives instead how far it clears
-    /// the nearer end: a positive number again, negative only where it sticks out by less
-    /// than the tolerance, and 0.0 for a full `r`. The number alone does not tell the two
-    /// cases from one another.
+    /// With `bInside`, an `r` that lies inside this range, by `IsInsideOf`, gives instead
+    /// how far it clears the nearer end, and 0.0 for a full `r`. That is a positive number
+    /// again, so that the number alone does not tell the two cases from one another; it is
+    /// negative where `r` sticks out by no more than the tolerance. In an external range
+    /// lies also what has both its limits outside of the hole: then the number can be
+    /// negative by any amount.
     ///
     /// If either range is empty, the result is the plain difference of two limits and tells
     /// nothing.
@@ -487,12 +497,18 @@ public:
     /// @name Subdivision
     /// The range is cut into `n` equal segments; knot k lies at lo + k * (hi - lo) / n. The
     /// output pointers may be null.
+    ///
+    /// Below the lower limit the number of steps to a point is cut towards zero, so that a
+    /// point between two knots there belongs to the segment above its own, and the knot
+    /// after it is the second one. On (0, 8) with an `n` of 4, -3 is in segment -1, which
+    /// runs from -2 to 0, and the knot after -5 is -2, not -4.
     /// @{
 
     /// The index of the segment that holds `x`, and in `*pOnKnot` whether `x` is on a knot,
     /// which is then the knot of that index. A point at the upper limit is on knot `n`, so
     /// that the result is one more than the last segment. Segments shorter than the
-    /// tolerance give 0, as on a knot. Outside of the range the count goes on.
+    /// tolerance give 0, as on a knot. Outside of the range the count goes on, below it as
+    /// the group tells.
     ///
     /// With an `n` of 0 the result is 0 and `*pOnKnot` stays as it is.
     int GetSegment(double x, int n, bool* pOnKnot) const;
@@ -506,7 +522,8 @@ public:
     /// stays.
     void GetSegment(int i, int n, RangeR1& out) const;
 
-    /// The knot after `x`, and its index in `*pIndex`. `*pOnKnot` is as for `GetSegment`.
+    /// The knot after `x`, below the range as the group tells, and its index in `*pIndex`.
+    /// `*pOnKnot` is as for `GetSegment`.
     ///
     /// After the last knot the sequence wraps round to the lower limit, deliberately, while
     /// the index stays `n`. With an `n` of 0 the result is the lower limit, the index 0, and
