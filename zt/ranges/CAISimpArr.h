@@ -13,6 +13,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <new>
 #include <type_traits>
@@ -38,11 +39,14 @@ namespace ZT {
 /// without freeing it: if no other array has one, the block is now the caller's, who has taken
 /// `GetData` before and ends it with `delete[]`. A block of which nobody took note is lost.
 ///
-/// Elements that change places, or move to a larger block, are assigned: where the assignment of
-/// `T` leaves alone what is nearly the same, so does a move. Room grows by more than is asked for,
-/// so that adding one by one stays cheap; only `Create`, `SetSize`, `SetSizeGrow` and `SetCount`
-/// make it exactly as large as they say. Memory that cannot be had raises the platform's memory
-/// exception and leaves the array as it was.
+/// Elements that change places, or move to a larger block, are assigned. Where the assignment of
+/// `T` leaves alone what is nearly the same, so does a move, and where it does not give the same,
+/// nor does a move: an empty angular `Range` in radians, with its limits at pi, arrives as the full
+/// circle.
+///
+/// Room grows by more than is asked for, so that adding one by one stays cheap; only `Create`,
+/// `SetSize`, `SetSizeGrow` and `SetCount` make it exactly as large as they say. Memory that cannot
+/// be had raises the platform's memory exception and leaves the array as it was.
 ///
 /// One thread at a time may use arrays that share elements.
 template <class T>
@@ -54,7 +58,7 @@ public:
     int64 m_nSize = 0;
     /// The elements in use.
     int64 m_nCount = 0;
-    /// The number of elements whose multiples `SetAtGrow` takes for the capacity.
+    /// The number of elements of which `SetAtGrow` makes the capacity at least the next multiple.
     int64 m_nBlock = 3;
 
     /// @name Making and sharing
@@ -80,8 +84,9 @@ public:
     }
 
     /// Uses the `n` elements at `p` from now on, all of them counted. They are neither copied nor
-    /// will they be freed, and have to outlive their use here; `const` does not protect them. The
-    /// present elements are not freed; see the class.
+    /// will they be freed, and have to outlive their use here; `const` does not protect them. Those
+    /// of another array end when it does, and when it moves to more room. The present elements are
+    /// not freed; see the class.
     void Attach(const T* p, int64 n) {
         LeaveBlock();
         m_pData = const_cast<T*>(p);
@@ -98,7 +103,7 @@ public:
     void GetSubArray(CAISimpArr sub, int64 from, int64 to) {
         sub.Share(*this);
         sub.m_nSize = sub.m_nCount = to - from + 1;
-        DropBlock();
+        m_pBlock.reset();
         Detach();
     }
 
@@ -133,7 +138,8 @@ public:
     void Create() { Reallocate(m_nSize, 0); }
 
     /// Makes the capacity `n`. If that is no more than it was, only the figure changes and the
-    /// elements stay; otherwise they are replaced by default ones. The count stays.
+    /// elements stay; otherwise they are replaced by default ones. The count stays; if it is above
+    /// the new elements, it has to be lowered before they are used.
     void Create(int64 n) {
         if (m_pData != nullptr && n <= m_nSize) {
             m_nSize = n;
@@ -217,26 +223,32 @@ public:
     /// the count are assigned, too, as far as both have them. An array without room for the
     /// count, or that shares the elements of `src`, first gets new ones.
     void Copy(const CAISimpArr& src) {
+        // Held, for src may be this array, or stand on its elements without a part in them.
+        const std::shared_ptr<Block> present = m_pBlock;
+        const T* const from = src.m_pData;
+        const int64 existing = src.Existing();
         const bool shares = this != &src && SharesWith(src);
         if (shares || m_nSize < src.m_nCount) Reallocate(std::max(m_nSize, src.m_nCount), 0);
         if (m_pData == nullptr) Create();
-        const int64 existing = std::max(src.m_nSize, src.m_nCount);
-        Assign(0, src, 0, std::min(m_nSize, existing));
+        Assign(0, from, std::min(m_nSize, existing));
         m_nCount = src.m_nCount;
     }
 
     /// Assigns the elements of `src`, from element `from` to its last, to this array from element
-    /// `at` on, and makes the count so large that it covers them. The capacity follows.
+    /// `at` on, and makes the count so large that it covers them. The capacity follows. `src` may
+    /// be this array, or share its elements: they arrive as they were before.
     void Copy(const CAISimpArr& src, int64 at, int64 from) {
         const int64 n = src.m_nCount - from;
         if (n <= 0) return;
+        if (SharesWith(src)) return Copy(DeepCopy(src), at, from);
         Grow(at + n);
-        Assign(at, src, from, n);
+        Assign(at, src.m_pData + from, n);
         m_nCount = std::max(m_nCount, at + n);
     }
 
     /// Becomes the elements of `src` from element `from` to element `to`, both included, in
-    /// reverse order if `bReverse` is true.
+    /// reverse order if `bReverse` is true. They may lie beyond the count of `src`, up to its
+    /// capacity.
     void CopySubArr(const CAISimpArr& src, int64 from, int64 to, bool bReverse) {
         if (SharesWith(src)) return CopySubArr(DeepCopy(src), from, to, bReverse);
         SetCount(to - from + 1);
@@ -314,6 +326,10 @@ public:
     /// by its own `Serialize`; or loads them. On loading the array gets the capacity by `SetSize`,
     /// so that its elements stay where there is room already, and then the count. The archive
     /// raises its exception when it ends early.
+    ///
+    /// **The figures of a file are believed.** Elements that store nothing, as ranges do, need no
+    /// bytes to stand for them, so that a file of 8 bytes can ask for 2^31 - 1 of them. That is
+    /// made, or raises the memory exception. Do not load files of strangers.
     void Serialize(CArchive& ar) {
         if (ar.IsStoring()) {
             ar << static_cast<std::int32_t>(m_nSize) << static_cast<std::int32_t>(m_nCount);
@@ -341,28 +357,43 @@ protected:
         m_nCount += n;
     }
 
-    // Assigns `n` elements of `src`, from `from` on, to those from `at` on.
-    void Assign(int64 at, const CAISimpArr& src, int64 from, int64 n) {
-        for (int64 k = 0; k < n; ++k) m_pData[at + k] = src.m_pData[from + k];
+    // Assigns the `n` elements at `from` to those from `at` on.
+    void Assign(int64 at, const T* from, int64 n) {
+        for (int64 k = 0; k < n; ++k) m_pData[at + k] = from[k];
     }
 
+    // Whether an element of this array may be one of `other`, too. The other one may stand on a
+    // part of these elements, by `Attach`.
     bool SharesWith(const CAISimpArr& other) const {
-        return m_pData != nullptr && m_pData == other.m_pData;
+        const std::less<const T*> before;
+        return before(m_pData, other.m_pData + other.Existing()) &&
+               before(other.m_pData, m_pData + Existing());
     }
 
+    // A deep copy up to the capacity.
     static CAISimpArr DeepCopy(const CAISimpArr& src) {
         CAISimpArr copy;
+        copy.SetSize(src.Existing());
         copy.Copy(src);
         return copy;
     }
 
-    // Moves to a block of its own, with the same elements.
-    void Separate() { Reallocate(m_nSize, m_nSize); }
+    // Shares everything of `src`, and frees the present elements if nobody has a part in them
+    // then. If `src` stands on them without a part, this array keeps its own.
+    void ShareInstead(const CAISimpArr& src) {
+        const std::shared_ptr<Block> present = m_pBlock;
+        const bool standsOnThem = src.m_pBlock == nullptr && SharesWith(src);
+        Share(src);
+        if (standsOnThem) m_pBlock = present;
+    }
 
-    // Gives up the part in the block, and frees it if nobody else has one.
-    void DropBlock() { m_pBlock.reset(); }
+private:
+    using Block = std::unique_ptr<T[]>;
 
-    // Shares everything of `src`. The part in the present block must have been given up.
+    // How many elements there are at least, whatever `Create` made of the capacity.
+    int64 Existing() const { return m_pData != nullptr ? std::max(m_nSize, m_nCount) : 0; }
+
+    // Takes over all fields of `src`. The part in the present block is given up.
     void Share(const CAISimpArr& src) {
         m_pData = src.m_pData;
         m_nSize = src.m_nSize;
@@ -370,9 +401,6 @@ protected:
         m_nBlock = src.m_nBlock;
         m_pBlock = src.m_pBlock;
     }
-
-private:
-    using Block = std::unique_ptr<T[]>;
 
     // A place in one of two arrays that are merged.
     struct Walker {

@@ -205,6 +205,43 @@ TEST_F(CAISimpArrCopies, GetSubArrayLeavesElementsThatAreSharedOrOfTheCaller) {
     EXPECT_EQ(own[1].Number(), 5);
 }
 
+// The sharing by which lists of ranges are assigned.
+struct FreeingItems : Items {
+    using Items::ShareInstead;
+};
+
+TEST_F(CAISimpArrCopies, SharingInsteadEndsTheOldElementsUnlessAnotherSharesThem) {
+    const Items items = ItemsOf({1, 2, 3});
+    FreeingItems other;
+    other.SetSize(7, 2);
+    const int living = Item::Living();
+    other.ShareInstead(items);
+    EXPECT_EQ(Item::Living(), living - 7);
+    EXPECT_EQ(other.GetData(), items.GetData());
+    EXPECT_THAT(Numbers(other), ElementsAre(1, 2, 3));
+    other.ShareInstead(ItemsOf({8, 9}));
+    EXPECT_THAT(Numbers(items), ElementsAre(1, 2, 3));
+    EXPECT_THAT(Numbers(other), ElementsAre(8, 9));
+    other.ShareInstead(Items());
+    EXPECT_EQ(other.GetData(), nullptr);
+    EXPECT_EQ(Item::Living(), items.GetSize());
+}
+
+TEST_F(CAISimpArrCopies, SharingInsteadWithOneAttachedToTheElementsKeepsThem) {
+    for (const int first : {0, 1}) {
+        FreeingItems items;
+        items.Copy(ItemsOf({1, 2, 3}));
+        items.ShareInstead(items);
+        Items view;
+        view.Attach(items.GetData() + first, 2);
+        items.ShareInstead(view);
+        EXPECT_EQ(Item::Living(), 3);
+        EXPECT_EQ(items.GetData(), view.GetData());
+        EXPECT_THAT(Numbers(items), ElementsAre(first + 1, first + 2));
+    }
+    EXPECT_EQ(Item::Living(), 0);
+}
+
 // --- copying elements
 
 TEST_F(CAISimpArrCopies, CopyIsDeep) {
@@ -263,6 +300,39 @@ TEST_F(CAISimpArrCopies, CopyAfterTheCapacityFigureShrankTakesAllThatCounts) {
     Items copy;
     copy.Copy(items);
     EXPECT_THAT(Numbers(copy), ElementsAre(1, 2, 3));
+    // The same of itself.
+    items.Copy(items);
+    EXPECT_THAT(Numbers(items), ElementsAre(1, 2, 3));
+    EXPECT_EQ(items.GetSize(), 3);
+}
+
+TEST_F(CAISimpArrCopies, CopyOfOneAttachedToTheElementsGivesElementsOfItsOwn) {
+    for (const int first : {0, 1}) {
+        Items items = ItemsOf({1, 2, 3});
+        const Item* const before = items.GetData();
+        Items view;
+        view.Attach(items.GetData() + first, 2);
+        items.Copy(view);
+        EXPECT_NE(items.GetData(), before);
+        EXPECT_THAT(Numbers(items), ElementsAre(first + 1, first + 2));
+    }
+}
+
+TEST_F(CAISimpArrCopies, CopyMakesTheElementsOfACapacityThatHasNone) {
+    const Items source = ItemsOf({1, 2});
+    const int living = Item::Living();
+    Items items;
+    items.m_nSize = 5;
+    items.Copy(source);
+    EXPECT_EQ(Item::Living(), living + 5);
+    EXPECT_EQ(items.GetSize(), 5);
+    EXPECT_THAT(Numbers(items), ElementsAre(1, 2));
+    // As a source, it has no elements either.
+    Items bare;
+    bare.m_nSize = 9;
+    items.Copy(bare);
+    EXPECT_TRUE(items.IsEmpty());
+    EXPECT_EQ(items.Add()->Number(), 1);
 }
 
 TEST_F(CAISimpArrCopies, CopyOfATailOverwritesAndExtends) {
@@ -273,6 +343,18 @@ TEST_F(CAISimpArrCopies, CopyOfATailOverwritesAndExtends) {
     EXPECT_THAT(Numbers(items), ElementsAre(9, 2, 8, 9));
     items.Copy(ItemsOf({7}), 50, 1);
     EXPECT_THAT(Numbers(items), ElementsAre(9, 2, 8, 9));
+}
+
+TEST_F(CAISimpArrCopies, CopyOfATailOfItsOwnTakesTheElementsAsTheyWere) {
+    for (const int64 room : {4, 10}) {
+        Items items = ItemsOf({1, 2, 3});
+        items.SetSizeGrow(room);
+        items.Copy(items, 1, 0);
+        EXPECT_THAT(Numbers(items), ElementsAre(1, 1, 2, 3));
+        const Items copy(items);
+        items.Copy(copy, 2, 1);
+        EXPECT_THAT(Numbers(items), ElementsAre(1, 1, 1, 2, 3));
+    }
 }
 
 TEST_F(CAISimpArrCopies, CopySubArrTakesARunInEitherOrder) {
@@ -287,6 +369,16 @@ TEST_F(CAISimpArrCopies, CopySubArrTakesARunInEitherOrder) {
     Items own = ItemsOf({1, 2, 3});
     own.CopySubArr(own, 0, 2, true);
     EXPECT_THAT(Numbers(own), ElementsAre(3, 2, 1));
+}
+
+TEST_F(CAISimpArrCopies, CopySubArrOfItsOwnReachesToTheCapacity) {
+    Items items = ItemsOf({1, 2, 3});
+    items.SetSizeGrow(6);
+    items.CopySubArr(items, 0, 4, false);
+    EXPECT_THAT(Numbers(items), ElementsAre(1, 2, 3, 0, 0));
+    Items copy(items);
+    copy.CopySubArr(items, 1, 5, true);
+    EXPECT_THAT(Numbers(copy), ElementsAre(0, 0, 0, 3, 2));
 }
 
 TEST_F(CAISimpArrCopies, FindComparesByEquality) {
@@ -372,7 +464,11 @@ TEST_F(CAISimpArrCopies, MergeTakesTheResultForAnArgument) {
     EXPECT_THAT(All(list),
                 ElementsAre(HasLimits(2.0, 3.0), HasLimits(0.0, 1.0), HasLimits(4.0, 5.0)));
     EXPECT_EQ(list.Merge(list, list), 3);
+    EXPECT_THAT(All(list),
+                ElementsAre(HasLimits(2.0, 3.0), HasLimits(0.0, 1.0), HasLimits(4.0, 5.0)));
     EXPECT_EQ(list.Merge(RangesOf({{0.25, 0.5}}), list), 4);
+    EXPECT_THAT(All(list), ElementsAre(HasLimits(2.0, 3.0), HasLimits(0.25, 0.5),
+                                       HasLimits(0.0, 1.0), HasLimits(4.0, 5.0)));
 }
 
 TEST_F(CAISimpArrCopies, MergeOfAnglesGoesByArcs) {
@@ -403,6 +499,16 @@ TEST_F(CAISimpArrCopies, RecordOfRangesIsCapacityAndCountAndNoLimits) {
     Loaded(record, [&](CArchive& ar) { loaded.Serialize(ar); });
     EXPECT_EQ(loaded.GetSize(), 7);
     EXPECT_THAT(All(loaded), ElementsAre(HasLimits(-1e307, 1e307), HasLimits(-1e307, 1e307)));
+}
+
+TEST_F(CAISimpArrCopies, RecordHoldsTheLowHalvesOfTheFigures) {
+    Ranges ranges;
+    ranges.m_nSize = 0x100000007;
+    EXPECT_EQ(Stored([&](CArchive& ar) { ranges.Serialize(ar); }),
+              std::string("\7\0\0\0\0\0\0\0", 8));
+    CAISimpArr<Number> numbers;
+    numbers.m_nSize = 0x7FFFFFFF00000000;
+    EXPECT_EQ(Stored([&](CArchive& ar) { numbers.Serialize(ar); }), std::string(8, '\0'));
 }
 
 TEST_F(CAISimpArrCopies, LoadingWithoutNeedOfMoreRoomKeepsTheElements) {

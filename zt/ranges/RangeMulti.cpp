@@ -38,18 +38,16 @@ constexpr Piece kFromEnd[2][2] = {
 }  // namespace
 
 RangeMulti& RangeMulti::operator=(const RangeMulti& src) {
-    if (this == &src) return *this;
-    DropBlock();
-    Share(src);
+    ShareInstead(src);
     return *this;
 }
 
 RangeMulti::~RangeMulti() = default;
 
 void RangeMulti::Copy(const RangeMulti& src) {
-    if (this != &src && SharesWith(src)) Separate();
+    if (this != &src && SharesWith(src)) return CAISimpArr<Range>::Copy(src);
     SetCount(src.m_nCount);
-    Assign(0, src, 0, m_nCount);
+    Assign(0, src.m_pData, m_nCount);
 }
 
 void RangeMulti::SetFull() {
@@ -71,7 +69,7 @@ void RangeMulti::Replace(int64 i, int64 n, const CAISimpArr<Range>& members) {
     if (members.IsEmpty()) return;
     if (SharesWith(members)) return Replace(i, n, DeepCopy(members));
     OpenGap(i + n, members.m_nCount - n);
-    Assign(i, members, 0, members.m_nCount);
+    Assign(i, members.m_pData, members.m_nCount);
 }
 
 void RangeMulti::Add(const Range& r) {

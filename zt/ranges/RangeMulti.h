@@ -24,8 +24,10 @@ namespace ZT {
 ///
 /// Members are compared and cut as plain intervals, by `RangeR1`, also where they are angular,
 /// unless an operation says otherwise. A member that is copied or moved up or down in the list is
-/// assigned by `Range::Copy`, which leaves limits alone that differ by less than the tolerance
-/// from those that were in the place.
+/// assigned by `Range::Copy`, which
+/// - leaves limits alone that differ by less than the tolerance from those that were in the place;
+/// - makes the full circle of an empty angular range in radians, whose limits are at pi: inserted
+///   into a list, or moved in it, it is full from then on. In degrees it stays empty.
 ///
 /// **Copying** a list, by constructor or `=`, is cheap: both lists share the members, and what is
 /// written through one shows in the other, until either needs more room. The last of them to end
@@ -46,7 +48,8 @@ public:
     RangeMulti(const RangeMulti& src) = default;
 
     /// Shares the members of `src` from now on. Unlike that of the array, this assignment frees
-    /// the present members if no other list shares them.
+    /// the present members if no other list shares them. If `src` was attached to them it shares
+    /// them, too, and this list goes on as their owner.
     RangeMulti& operator=(const RangeMulti& src);
 
     /// Makes this the list of one full range: member 0 by `Range::SetFull`, of the kind that it
@@ -115,9 +118,16 @@ public:
     /// If one contains the other, by `RangeS1::operator>=`, that is the inner one, by
     /// `Range::Copy`; otherwise it goes by the limits of `b` that lie on `a`.
     ///
+    /// **An empty arc comes out as a real one**, deliberately: it answers from the limits that it
+    /// has kept. An empty arc from 0.5 to 1 within one from 0 to 2 gives (0.5, 1), and one with
+    /// its limits at pi gives the full circle. Ask both whether they are empty before.
+    ///
     /// Of external arcs not every row of what comes out agrees with the sense of the flag, and
     /// where only the end of `b` lies on `a`, and neither is external, the result is the part of
-    /// `a` behind that end; deliberately. Members that were in use before keep their flag and unit.
+    /// `a` behind that end; deliberately.
+    ///
+    /// Members that were in use before keep their unit. They also keep their flag, except for that
+    /// of an inner arc, which takes the arc's.
     void IntersectS1(const RangeS1& a, const RangeS1& b);
 
     /// @}

@@ -90,6 +90,13 @@ TEST(RangeMultiAdd, LooksForTheFirstOnesFromTheLastThatStartsBelow) {
                                        HasLimits(0.5, 1.0), HasLimits(20.0, 21.0)));
 }
 
+TEST(RangeMultiAdd, MergesUpToTheLastThatItMeetsAlsoWhatLiesApartBetween) {
+    // Out of order: the last one is met, the one before it is not.
+    RangeMulti list = ListOf({{0.0, 1.0}, {5.0, 6.0}, {0.25, 0.3}});
+    list.Add(Range(0.1, 0.28));
+    EXPECT_THAT(All(list), ElementsAre(HasLimits(0.0, 1.0)));
+}
+
 TEST(RangeMultiAdd, KeepsFlagAndStateOfTheFirstMember) {
     RangeMulti list = ListOf({Outside({0.0, 1.0}), {2.0, 3.0}});
     list[0].m_eState = kEmpty;
@@ -234,6 +241,22 @@ TEST(RangeMultiArcs, ANewListGetsRoomForTwo) {
     EXPECT_EQ(list.GetCount(), 1);
 }
 
+TEST(RangeMultiArcs, MembersOfANewListAreAngularBeforeTheyGetTheirLimits) {
+    RangeMulti list;
+    list.IntersectS1(Arc(-2.0, 2.0), Arc(1.0, -1.0));
+    EXPECT_THAT(All(list), ElementsAre(IsRange(1.0, 2.0, kPartial), IsRange(-2.0, -1.0, kPartial)));
+}
+
+TEST(RangeMultiArcs, AnEmptyArcAnswersFromTheLimitsThatItHasKept) {
+    RangeS1 empty = Arc(0.5, 1.0);
+    empty.SetEmpty();
+    EXPECT_THAT(Common(Arc(0.0, 2.0), empty), ElementsAre(IsRange(0.5, 1.0, kPartial)));
+    EXPECT_THAT(Common(empty, Arc(0.0, 2.0)), ElementsAre(IsRange(0.5, 1.0, kPartial)));
+    RangeS1 emptyAtPi = Arc(zPi, zPi);
+    emptyAtPi.SetEmpty();
+    EXPECT_THAT(Common(Arc(3.0, -3.0), emptyAtPi), ElementsAre(IsRange(zPi, zPi, kFull)));
+}
+
 TEST(RangeMultiArcs, ArcsApartShareNothing) {
     EXPECT_THAT(Common(Arc(0.0, 1.0), Arc(2.0, 3.0)), ElementsAre());
 }
@@ -290,6 +313,11 @@ TEST(RangeMultiArcs, MembersInUseKeepFlagAndUnit) {
     list.IntersectS1(Arc(0.0, 2.0), Arc(1.0, 3.0));
     EXPECT_THAT(All(list), ElementsAre(IsRange(1.0, 2.0, kPartial)));
     EXPECT_TRUE(list[0].m_bExternal);
+    EXPECT_TRUE(list[0].m_bDegrees);
+    // An inner arc brings its own flag.
+    list.IntersectS1(Arc(0.0, 2.0), Arc(0.5, 1.0));
+    EXPECT_THAT(All(list), ElementsAre(IsRange(0.5, 1.0, kPartial)));
+    EXPECT_FALSE(list[0].m_bExternal);
     EXPECT_TRUE(list[0].m_bDegrees);
 }
 

@@ -133,6 +133,21 @@ TEST_F(ThreeRanges, CopyIsDeep) {
     EXPECT_EQ(copy.GetCount(), 0);
 }
 
+TEST_F(ThreeRanges, AListAttachedToItsMembersMayBeAssignedOrCopied) {
+    RangeMulti view;
+    view.Attach(list.GetData(), 2);
+    list = view;
+    EXPECT_EQ(list.GetData(), view.GetData());
+    EXPECT_THAT(All(list), ElementsAre(HasLimits(0.0, 1.0), HasLimits(2.0, 3.0)));
+    RangeMulti three;
+    three.Copy(ListOf({{0.0, 1.0}, {2.0, 3.0}, {4.0, 5.0}}));
+    view.Attach(three.GetData() + 1, 2);
+    three = view;
+    EXPECT_THAT(All(three), ElementsAre(HasLimits(2.0, 3.0), HasLimits(4.0, 5.0)));
+    three.Copy(view);
+    EXPECT_THAT(All(three), ElementsAre(HasLimits(2.0, 3.0), HasLimits(4.0, 5.0)));
+}
+
 TEST_F(ThreeRanges, CopyLeavesMembersThatDifferByLessThanTheTolerance) {
     list.Copy(ListOf({{5e-11, 1.0}, {2.0, 3.5}, {4.0, 5.0}, {6.0, 7.0}}));
     EXPECT_THAT(All(list), ElementsAre(HasLimits(0.0, 1.0), HasLimits(2.0, 3.5),
@@ -216,6 +231,50 @@ TEST_F(ThreeRanges, AListMayBeInsertedIntoItself) {
     EXPECT_EQ(list.GetCount(), 10);
     EXPECT_THAT(list[4], HasLimits(0.0, 1.0));
     EXPECT_THAT(list[9], HasLimits(4.0, 5.0));
+}
+
+TEST_F(ThreeRanges, APartOfAListMayBeInsertedIntoIt) {
+    list.SetSizeGrow(100);
+    RangeMulti view;
+    view.Attach(list.GetData() + 1, 2);
+    list.InsertAfter(-1, view);
+    EXPECT_THAT(All(list),
+                ElementsAre(HasLimits(2.0, 3.0), HasLimits(4.0, 5.0), HasLimits(0.0, 1.0),
+                            HasLimits(2.0, 3.0), HasLimits(4.0, 5.0)));
+}
+
+TEST(RangeMulti, MembersThatAreNearlyTheSameStayWhereTheyAreMovedTo) {
+    RangeMulti list = ListOf({{0.0, 1.0}, {5e-11, 1.0}});
+    list.SetSizeGrow(3);
+    list.InsertAfter(-1, ListOf({{7.0, 8.0}}));
+    EXPECT_THAT(All(list),
+                ElementsAre(HasLimits(7.0, 8.0), HasLimits(5e-11, 1.0), HasLimits(5e-11, 1.0)));
+    RangeMulti replaced = ListOf({{0.0, 1.0}});
+    replaced.SetAt(0, ListOf({{5e-11, 1.0}}));
+    EXPECT_THAT(All(replaced), ElementsAre(HasLimits(0.0, 1.0)));
+    RangeMulti cut = ListOf({{0.0, 1.0}, {5e-11, 1.0}});
+    cut.Remove(0, 0);
+    EXPECT_THAT(All(cut), ElementsAre(HasLimits(0.0, 1.0)));
+}
+
+TEST(RangeMulti, AnEmptyAngularMemberThatIsInsertedOrMovedIsFull) {
+    Range empty(eScalarAngle);
+    empty.SetEmpty();
+    RangeMulti list;
+    list.InsertAt(0, empty);
+    EXPECT_THAT(All(list), ElementsAre(IsRange(zPi, zPi, kFull)));
+    EXPECT_FALSE(list.IsEmpty());
+
+    RangeMulti moved = ListOf({Radians(1.0, 2.0)});
+    moved[0].SetEmpty();
+    EXPECT_TRUE(moved.IsEmpty());
+    moved.InsertAt(0, Range(1.0, 2.0));
+    EXPECT_THAT(moved[1], IsRange(zPi, zPi, kFull));
+
+    // In degrees it stays empty.
+    Range degrees = Degrees(10.0, 20.0);
+    degrees.SetEmpty();
+    EXPECT_THAT(All(ListOf({degrees})), ElementsAre(IsRange(180.0, 180.0, kEmpty)));
 }
 
 TEST_F(ThreeRanges, InsertingMovesNothingBeyondTheLastMember) {
