@@ -45,8 +45,9 @@ namespace ZT {
 /// 8 are 0, two doubles are the limits, one byte is the external flag and the last 7 are 0. On
 /// loading, what stands in the first 8 and the last 7 is passed over. A file that ends too early
 /// raises the archive exception with the cause `endOfFile`; the set has then the new size, and
-/// the members that were not loaded whole are as they were, or empty. (Only in a file that claims
-/// more than half a million members the size is no larger than what the file has been read for.)
+/// the members that were not loaded whole are as they were, or empty. Only a file that claims more
+/// members than an array loads at a time, `Collections::ElementsAtATime` of their 32 bytes, is
+/// believed no further than it has been read: the set then ends with the part that was begun.
 class ZT_API SetR1 : public CArray<RangeR1, const RangeR1&> {
 public:
     /// Sets as the queries over several of them take them.

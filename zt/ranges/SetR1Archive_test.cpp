@@ -9,6 +9,7 @@
 #include <platform/files/Archived_test.hpp>
 #include <zt/frame/VirtualTable_test.hpp>
 
+#include <algorithm>
 #include <string>
 
 namespace ZT {
@@ -111,6 +112,19 @@ TEST_F(SetArchive, EndAtEveryByteRaisesTheArchivesExceptionAndLeavesTheNewSize) 
             EXPECT_THAT(set, Is({{1.0, -2.5}, {1e307, -1e307}})) << length;
         }
     }
+}
+
+TEST_F(SetArchive, AFalseCountIsBelievedNoFurtherThanOnePart) {
+    constexpr INT_PTR kClaimed = 600000;
+    const std::string record = Bytes({0xFF, 0xFF, 0xC0, 0x27, 9, 0}) +            //
+                               kZeros8 + Bytes({0, 0, 0, 0, 0, 0, 0xF0, 0x3F}) +  //
+                               Bytes({0, 0, 0, 0, 0, 0, 0, 0x40, 0}) + kZeros7;
+    SetR1 set;
+    EXPECT_EQ(LoadingCause(record, [&](CArchive& ar) { set.Serialize(ar); }), 3);
+    const INT_PTR part = Collections::ElementsAtATime(sizeof(RangeR1));
+    ASSERT_EQ(set.GetSize(), std::min(kClaimed, part));
+    EXPECT_THAT(set[0], HasLimits(1.0, 2.0));
+    EXPECT_THAT(set[1], HasLimits(1e307, -1e307));
 }
 
 TEST_F(SetArchive, EveryMemberComesBackToTheBit) {

@@ -210,6 +210,7 @@ TEST_F(SetOperations, ComplementHasNoElementForAGapWithinTheToleranceOfTheBounds
     const SetR1 set = SetOf({{5e-11, 1.0 - 5e-11}});
     EXPECT_THAT(Complement(set, {0.0, 1.0}), Is({}));
     EXPECT_THAT(Complement(SetOf({{zToler, 1.0}}), {0.0, 1.0}), Is({}));
+    EXPECT_THAT(Complement(SetOf({{-1.0, 0.0}}), {-1.0, zToler}), Is({}));
     EXPECT_THAT(Complement(SetOf({{2e-10, 1.0}}), {0.0, 1.0}), Is({{0.0, 2e-10}}));
     EXPECT_THAT(Complement(SetOf({{0.0, 1.0 - 2e-10}}), {0.0, 1.0}), Is({{1.0 - 2e-10, 1.0}}));
 }
@@ -226,6 +227,12 @@ TEST_F(SetOperations, ComplementKeepsTheFlagsOfTheElementsThatItSets) {
     SetR1 out = SetOf({External(8.0, 9.0), {8.0, 9.0}});
     set.GetComplimentarySet(RangeR1(-1.0, 4.0), out);
     EXPECT_THAT(out, Is({External(-1.0, 0.0), {1.0, 2.0}, {3.0, 4.0}}));
+}
+
+TEST_F(SetOperations, ComplementOfTheEmptySetLeavesBoundsThatDifferByLessThanTheTolerance) {
+    SetR1 out = SetOf({{5e-11, 1.0}});
+    SetR1().GetComplimentarySet(RangeR1(0.0, 1.0), out);
+    EXPECT_THAT(out, Is({{5e-11, 1.0}}));
 }
 
 TEST_F(SetOperations, ComplementMayReplaceTheSetItself) {

@@ -40,8 +40,13 @@ public:
     void Arrange();
 
     /// Pushes items apart until neighbours are `spacing` from end to end, or farther. Each is
-    /// placed in the middle of where it comes to lie if it is longer by `spacing`. Nothing happens
-    /// for a negative spacing; one within the tolerance of 0 is none.
+    /// placed in the middle of where it comes to lie if it is longer by `spacing`. That is
+    /// `Arrange` for the longer items, so that a gap which is passed on can leave neighbours nearer
+    /// than `spacing`, or overlapping, here too.
+    ///
+    /// Nothing happens for a negative spacing; one within the tolerance of 0 is none. Nothing moves
+    /// for one from the tolerance up to twice the tolerance either, deliberately: `Center` leaves
+    /// an item whose room is less than the tolerance at each end.
     void Arrange(double spacing);
 
     /// Pushes item `i` by `d` and passes on to the next what its gap does not take up, and so on,

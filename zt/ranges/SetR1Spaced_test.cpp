@@ -137,8 +137,27 @@ TEST(SetR1Spaced, ArrangeWithASpacingWithinTheToleranceIsArrange) {
     for (const double spacing : {0.0, -5e-11, 5e-11}) {
         EXPECT_THAT(Arranged(items, spacing), IsSet(Arranged(items))) << spacing;
     }
-    // Of exactly the tolerance it is a spacing.
-    EXPECT_THAT(Arranged(items, zToler), testing::Not(IsSet(Arranged(items))));
+}
+
+TEST(SetR1Spaced, ArrangeWithASpacingBelowTwiceTheToleranceMovesNothing) {
+    const SetR1Spaced items = Items({{0.0, 2.0}, {1.0, 3.0}, {2.0, 4.0}});
+    EXPECT_THAT(Arranged(items, zToler), IsSet(items));
+    EXPECT_THAT(Arranged(items, 1.5e-10), IsSet(items));
+    const SetR1Spaced moved = Arranged(items, 2.5e-10);
+    EXPECT_NEAR(moved[0].m_min, -1.0 - 2.5e-10, 1e-14);
+    EXPECT_NEAR(moved[0].m_max, 1.0 - 2.5e-10, 1e-14);
+    EXPECT_NEAR(moved[2].m_min, 3.0 + 2.5e-10, 1e-14);
+    EXPECT_NEAR(moved[2].m_max, 5.0 + 2.5e-10, 1e-14);
+}
+
+TEST(SetR1Spaced, ArrangeWithASpacingCarriesAGapOnToo) {
+    // Longer by 0.5 each, the items from the third one on are [-0.25, 1.25], [2.25, 2.75],
+    // [2.75, 3.75], [2.75, 5.25]: item 3 touches item 4, which moves back by 1 into the gap of 1
+    // that item 3 has passed on, and the last one stays, with a push of 0.
+    const SetR1Spaced items =
+        Items({{-9.0, -8.0}, {-7.0, -6.0}, {0.0, 1.0}, {2.5, 2.5}, {3.0, 3.5}, {3.0, 5.0}});
+    EXPECT_THAT(Arranged(items, 0.5),
+                Is({{-9.0, -8.0}, {-7.0, -6.0}, {0.0, 1.0}, {2.5, 2.5}, {2.0, 2.5}, {3.0, 5.0}}));
 }
 
 TEST(SetR1Spaced, ArrangeWithASpacingKeepsFlagsAndItemsWithinTheToleranceOfTheirPlace) {
