@@ -25,8 +25,12 @@ namespace ZT {
 /// `LoadCache` first. Reading back replaces the block, which is freed.
 ///
 /// Hazards:
-/// - **Bytes that could not be written to the file are lost**, and nothing tells so. When the
-///   file can no longer be read, the operation works on what is in memory.
+/// - **Bytes that could not be written to the file are lost**, and nothing tells so.
+/// - A file that can no longer be opened is passed over: the operation works on what is in
+///   memory. One that opens but cannot be read raises its `CFileException`, and one for which
+///   there is no memory the memory exception; nothing is in memory then.
+/// - `PersistXML` is not virtual: through an `HXBlob&`, a cached blob is stored as an empty one
+///   unless `LoadCache` was called before.
 /// - **An object that was cached once does not go to the file again.** Give it other large
 ///   bytes, and it holds them in memory, while `GetSize` and reading back still answer from
 ///   the old file, or, when that was removed meanwhile, `GetSize` says 0. Use a new object.
@@ -68,8 +72,8 @@ public:
     /// Reads back, writes the bytes, and frees the memory if the blob is large.
     bool Write(CFile& f) override;
 
-    /// Reads back, copies the bytes, and frees the memory if the blob is large. A blob that is
-    /// const changes by that, too.
+    /// Reads back, copies the bytes, and frees the memory if the blob is large. `p` needs room
+    /// for the larger one of `GetSize()` and `m_nSize`. A const blob changes by that, too.
     void CopyDataTo(unsigned char* p) const override;
 
     /// Moves the bytes of a large blob that was never cached to the file, which is made if there
@@ -87,8 +91,12 @@ public:
     /// its file. Of a cached blob, only what is in memory counts: read it back first.
     void UpdateCachingFlag();
 
-    /// As `HXBlob`, with the bytes read back for storing; after loading, `UpdateCachingFlag` and
-    /// `Cache`. Always true. Bytes that were read back for storing stay in memory.
+    /// As `HXBlob`, with the bytes read back for storing; after loading, `UpdateCachingFlag`; and
+    /// in every mode `Cache`. Bytes that were read back for storing stay in memory.
+    ///
+    /// Always true when it returns: reading back may raise, and so may loading, as in `HXBlob`.
+    /// Loading that raises leaves nothing in memory and neither flag nor file changed, so that
+    /// `GetSize` of a cached blob still says what the file has.
     bool PersistXML(PCExBase& pc);
 
     CString m_strCacheFile;   ///< Path of the temporary file; empty if there is none.

@@ -12,7 +12,6 @@
 #include <zt/frame/VirtualTable_test.hpp>
 #include <zt/memory/Blob_test.hpp>
 #include <zt/memory/TempDirectory_test.hpp>
-#include <zt/persist/Cursor_test.hpp>
 
 #include <cstddef>
 #include <cstdint>
@@ -241,6 +240,49 @@ TEST_F(Cached, ArrayOfBytesNeedsThemInMemory) {
     ExpectNothingInMemory(blob);
 }
 
+// Arrays that end with the test.
+struct ArrayOf {
+    explicit ArrayOf(const HXBlob& blob) { EXPECT_TRUE(blob.CopyTo(&array)); }
+    ArrayOf(const ArrayOf&) = delete;
+    ArrayOf& operator=(const ArrayOf&) = delete;
+    ~ArrayOf() { SafeArrayDestroy(array); }
+    std::string Content() const {
+        return {static_cast<const char*>(array->pvData), array->rgsabound[0].cElements};
+    }
+    SAFEARRAY* array = nullptr;
+};
+
+TEST_F(Cached, ArrayTakesNothingFromAFileThatGrew) {
+    BlobCached blob;
+    Fill(blob);
+    blob.LoadCache();
+    std::filesystem::resize_file(temporary.OnlyFile(), 20000);
+    EXPECT_EQ(ArrayOf(blob).Content(), large);
+    EXPECT_EQ(Bytes(blob), large);
+    blob.Delete();
+}
+
+TEST_F(Cached, ArrayTakesNothingFromALongerOldFile) {
+    std::string old(20000, 'x');
+    std::string other = Pattern(10500);
+    BlobCached blob;
+    blob.Copy(Naming(old));
+    blob.Copy(Naming(other));
+    ASSERT_EQ(blob.GetSize(), 20000u);
+    EXPECT_EQ(ArrayOf(blob).Content(), other);
+    EXPECT_EQ(Bytes(blob), other);
+    blob.Delete();
+}
+
+TEST_F(Cached, ArrayIsZeroWhereAFileShrank) {
+    BlobCached blob;
+    Fill(blob);
+    blob.LoadCache();
+    std::filesystem::resize_file(temporary.OnlyFile(), 5);
+    EXPECT_EQ(ArrayOf(blob).Content(), large.substr(0, 5) + std::string(9996, '\0'));
+    ExpectNothingInMemory(blob);
+}
+
 TEST_F(Cached, DestructorRemovesTheFile) {
     {
         BlobCached blob;
@@ -396,6 +438,25 @@ TEST_F(Cached, WithoutAFileReadingOnceLosesTheBytes) {
     EXPECT_EQ(blob.GetSize(), 0u);
 }
 
+TEST_F(Cached, WithoutAFileWritingOnceLosesTheBytes) {
+    TempDirectory::Name(temporary.Directory() / "missing");
+    BlobCached blob;
+    blob.Copy(Naming(large));
+    CMemFile file;
+    EXPECT_TRUE(blob.Write(file));
+    EXPECT_EQ(BytesIn(file), large);
+    ExpectNothingInMemory(blob);
+    EXPECT_EQ(blob.GetSize(), 0u);
+}
+
+TEST_F(Cached, SizeWithoutABlockGoesToTheFileAsZeros) {
+    BlobCached blob;
+    blob.Copy(Blockless(20000));
+    ExpectNothingInMemory(blob);
+    EXPECT_EQ(blob.GetSize(), 20000u);
+    EXPECT_EQ(BytesOf(temporary.OnlyFile()), std::string(20000, '\0'));
+}
+
 TEST_F(Cached, FullDiskLosesTheBytesSilently) {
     BlobCached blob;
     {
@@ -450,77 +511,6 @@ TEST_F(Cached, DeletingTheCacheKeepsTheFlags) {
     EXPECT_EQ(blob.GetSize(), 0u);
     blob.DeleteCache();
     EXPECT_TRUE(blob.m_bCaching);
-}
-
-struct CachedXml : CursorTest {
-    TempDirectory temporary;
-    std::string large = Pattern(10001);
-
-    std::string StoredXml(BlobCached& blob) {
-        Store();
-        EXPECT_TRUE(blob.PersistXML(*cursor));
-        return Xml();
-    }
-};
-
-TEST_F(CachedXml, FreshBlobIsCachedByStoringIt) {
-    BlobCached blob;
-    static_cast<HXBlob&>(blob).Copy2(Naming(large));
-    blob.UpdateCachingFlag();
-    const std::string xml = StoredXml(blob);
-    EXPECT_EQ(blob.m_nSize, 0u);
-    EXPECT_EQ(BytesOf(temporary.OnlyFile()), large);
-    EXPECT_THAT(xml, StartsWith("<R><Bl><Sz>10001</Sz><Dt>001F3E"));
-    // Storing a second time reads back, and the bytes stay.
-    EXPECT_EQ(StoredXml(blob), xml);
-    EXPECT_EQ(Bytes(blob), large);
-    blob.Delete();
-}
-
-TEST_F(CachedXml, LoadingCachesAFreshBlob) {
-    BlobCached source;
-    source.Copy(Naming(large));
-    StoredXml(source);
-    source.Delete();
-    Reload();
-    BlobCached blob;
-    EXPECT_TRUE(blob.PersistXML(*cursor));
-    EXPECT_EQ(blob.m_nSize, 0u);
-    EXPECT_EQ(blob.GetSize(), 10001u);
-    EXPECT_EQ(BytesOf(blob.m_strCacheFile.GetString()), large);
-}
-
-TEST_F(CachedXml, LoadingIntoABlobThatWasCachedStaysInMemory) {
-    std::string other = Pattern(20000);
-    BlobCached source;
-    source.Copy(Naming(other));
-    StoredXml(source);
-    source.Delete();
-    Reload();
-    BlobCached blob;
-    blob.Copy(Naming(large));
-    EXPECT_TRUE(blob.PersistXML(*cursor));
-    EXPECT_EQ(Bytes(blob), other);
-    EXPECT_EQ(blob.GetSize(), 10001u);
-    blob.Delete();
-}
-
-TEST_F(CachedXml, IsTrueAlsoWhereNothingIsFound) {
-    Load("<R/>");
-    BlobCached blob;
-    blob.Copy(Naming(large));
-    EXPECT_TRUE(blob.PersistXML(*cursor));
-    EXPECT_FALSE(blob.m_bCaching);
-    EXPECT_EQ(temporary.FileCount(), 0u);
-}
-
-TEST_F(CachedXml, SmallBlobIsLikeAnyOther) {
-    BlobCached blob;
-    std::string bytes = "ab";
-    blob.Copy(Naming(bytes));
-    EXPECT_EQ(StoredXml(blob), "<R><Bl><Sz>2</Sz><Dt>6162</Dt></Bl></R>");
-    EXPECT_EQ(Bytes(blob), "ab");
-    blob.Delete();
 }
 
 }  // namespace

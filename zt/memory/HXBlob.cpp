@@ -98,6 +98,12 @@ void HXBlob::Allocate() {
     Renew(m_nSize);
 }
 
+// Copies the bytes at `p`; without them, a fresh block is all zeros.
+void HXBlob::Fill(const unsigned char* p, bool fresh) {
+    if (fresh && !p) std::fill_n(m_pData, m_nSize, static_cast<unsigned char>(0));
+    CopyData(p);
+}
+
 void HXBlob::SetSize(ulong n) {
     Grow(n);
 }
@@ -121,23 +127,24 @@ void HXBlob::Set(const char* s) {
 
 void HXBlob::Copy2(const HXBlob& o) {
     const HXBlob source = o;
-    Grow(source.m_nSize);
-    CopyData(source.m_pData, source.m_nSize);
+    const bool fresh = Grow(source.m_nSize);
+    Fill(source.m_pData, fresh);
 }
 
 void HXBlob::Copy(const HXBlob& o) {
-    const ulong n = o.m_nSize;
+    const HXBlob source = o;
     // No growth rule, deliberately: the caller picks this or Copy2.
-    if (!m_pData) m_pData = NewBytes(n);
-    m_nSize = n;
-    CopyData(o.m_pData, n);
+    const bool fresh = !m_pData;
+    if (fresh) m_pData = NewBytes(source.m_nSize);
+    m_nSize = source.m_nSize;
+    Fill(source.m_pData, fresh);
 }
 
 void HXBlob::Copy(const HXBitArray& a) {
     const auto n = static_cast<ulong>(a.GetByteCount());
     const unsigned char* const bytes = a.m_pBits;
-    Grow(n);
-    CopyData(bytes, n);
+    const bool fresh = Grow(n);
+    Fill(bytes, fresh);
 }
 
 void HXBlob::Copy(unsigned char* p) {
@@ -180,8 +187,13 @@ bool HXBlob::CopyTo(tagSAFEARRAY** pp) const {
     *pp = SafeArrayCreate(VT_UI1, 1, &bound);
     if (!*pp) return false;
     const ArrayLock lock(*pp);
-    // An array without elements has no room even for a derived class that has bytes elsewhere.
-    CopyDataTo(m_nSize == 0 ? nullptr : static_cast<unsigned char*>((*pp)->pvData));
+    auto* const room = m_nSize == 0 ? nullptr : static_cast<unsigned char*>((*pp)->pvData);
+    // A derived class that has more bytes elsewhere would write them behind the array.
+    const bool fits = const_cast<HXBlob*>(this)->GetSize() <= m_nSize;
+    if (fits)
+        CopyDataTo(room);
+    else
+        HXBlob::CopyDataTo(room);
     return true;
 }
 

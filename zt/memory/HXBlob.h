@@ -39,16 +39,28 @@ class PCExBase;
 ///
 /// | operation | the block this blob had | the block it has then |
 /// |---|---|---|
-/// | copy constructor, `operator=`, `CopyShallow`, attaching `Copy(p)` | not freed: lost if nobody
-/// else names it | somebody else's | | `HXBlob(n, p)`, `GetInnerBlob`, `GetOuterBlob`, `GetBits`
-/// (results) | - | a view, valid while the block is | | `operator+`, `operator*` (results) | - |
-/// new, and the caller's to end with `Delete` | | `Embed` | not freed, since others may look at it
-/// | new | | `Reset` | not freed: it is the result | none | | `Construct` | not freed | none | |
-/// `Delete` | freed, but only if the size is not 0 | none | | `DeleteData` | freed | **the same,
-/// now dangling** | | `Allocate`, `Set`, reading a file, loading | freed | new | | `SetSize`,
-/// `Copy2`, `Copy` of bits, `StringToBinary`, `Append` | freed when it has to grow | new, or the
-/// same | | `Copy(const HXBlob&)`, `CopyData` | stays, **and must be large enough** | the same; new
-/// only if there was none | | destructor | freed only if `m_bAutoDelete` | - |
+/// | copy constructor | - | the other's |
+/// | `operator=`, `CopyShallow` | not freed: lost if nobody names it | the other's |
+/// | attaching `Copy(p)` | not freed: lost if nobody names it | the one at `p` |
+/// | `HXBlob(n, p)`, `GetInnerBlob`, `GetOuterBlob` | - | a view, valid while the block is |
+/// | `operator+`, `operator*` | - | new, and the caller's to end with `Delete` |
+/// | `Embed` | not freed, since others may look at it | new |
+/// | `Reset` | not freed: it is the result | none |
+/// | `Construct` | not freed | none |
+/// | `Delete` | freed, but only if the size is not 0 | none |
+/// | `DeleteData` | freed | **the same, now dangling** |
+/// | `Allocate`, `Set`, `Read`, `Serialize` | freed | new; none for no bytes |
+/// | `LoadResource` | freed if it succeeds | new; the same if it fails |
+/// | `PersistXML`, loading | freed, but only if the size is not 0 | new, or none |
+/// | `SetSize`, `Copy2`, `Copy` of bits, `StringToBinary` | freed when it must grow | new or same |
+/// | `Append` | freed, but only if the size is not 0 | new; the same if the size was 0 |
+/// | `Copy(const HXBlob&)`, `Copy` of an array | stays, **and must be large enough** | the same |
+/// | `CopyData(const HXBlob&)` | stays; takes no more bytes than its size | the same |
+/// | `CopyData(p, n)` | stays, **and must be large enough** | the same |
+/// | destructor | freed only if `m_bAutoDelete` | - |
+///
+/// Where a block stays, a blob that had none gets a new one; by `CopyData` only from another
+/// blob, and only if it has a size.
 ///
 /// Freeing is always `delete[]`, whether the block came from a blob or was attached. Whoever
 /// attached memory of another kind calls `Reset` before any operation that frees.
@@ -132,18 +144,23 @@ public:
     /// Takes the size of `o` and copies its bytes, without the growth rule: only a blob
     /// without a block gets one. **A block that is there is assumed to be large enough; bytes
     /// are written behind a smaller one.** `Copy2` makes room.
+    ///
+    /// Of an `o` without a block only the size is taken: a new block is then all zeros, and one
+    /// that is there keeps its bytes.
     virtual void Copy(const HXBlob& o);
 
     /// Frees the block and reads as many bytes as the file is long, from the file's position
-    /// on; size and result are how many there were. A file that is longer than 2^32 - 1 bytes
-    /// counts with the low 32 bits of its length, and a result of 2^31 or more is negative.
+    /// on; size and result are how many there were, and there is no block if there were none. A
+    /// file that is longer than 2^32 - 1 bytes counts with the low 32 bits of its length, and a
+    /// result of 2^31 or more is negative.
     virtual int Read(CFile& f);
 
     /// Writes the bytes at the file's position. False if the file does not take them; some may
     /// have been written.
     virtual bool Write(CFile& f);
 
-    /// Copies the bytes to `p`, which has room for them; a null `p` is ignored.
+    /// Copies the bytes to `p`; a null `p` is ignored. **Room is needed for the larger one of
+    /// `GetSize()` and `m_nSize`**: a derived class may first fetch bytes from elsewhere.
     virtual void CopyDataTo(unsigned char* p) const;
 
     /// Frees the block only if `m_bAutoDelete` is set.
@@ -214,10 +231,12 @@ public:
     /// @{
 
     /// Copies the bytes of `o`, after the growth rule for its size. `o` must not name a part of
-    /// this blob's block that is freed for it.
+    /// this blob's block that is freed for it. Of an `o` without a block only the size is taken:
+    /// a new block is then all zeros, and one that stays keeps its bytes.
     void Copy2(const HXBlob& o);
 
-    /// Copies the bytes of `a`, after the growth rule for their number.
+    /// Copies the bytes of `a`, after the growth rule for their number. Without a buffer in `a`,
+    /// a new block is all zeros, and one that stays keeps its bytes.
     void Copy(const HXBitArray& a);
 
     /// Names the bytes of an image as `CopyTo(unsigned char*)` writes it: the size is taken
@@ -254,10 +273,13 @@ public:
     void CopyTo(unsigned char* p) const;
 
     /// Makes an array of bytes, which the caller ends with `SafeArrayDestroy`, with as many
-    /// elements as `m_nSize` says and the bytes that the virtual `CopyDataTo` gives. False,
-    /// with null in `*pp`, without memory for it; false for a null `pp`. What `*pp` held is not
-    /// freed. A derived class whose bytes are elsewhere must bring them into memory first,
-    /// or the array has no elements.
+    /// elements as `m_nSize` says and the bytes that the virtual `CopyDataTo` gives, zeros where
+    /// it gives none. A blob whose virtual `GetSize` says more than `m_nSize` gives what it has
+    /// in memory: a derived class whose bytes are elsewhere must fetch them first, or the array
+    /// has no elements.
+    ///
+    /// False, with null in `*pp`, without memory for the array and for more than 2^31
+    /// elements; false for a null `pp`. What `*pp` held is not freed.
     bool CopyTo(tagSAFEARRAY** pp) const;
 
     /// @}
@@ -302,11 +324,12 @@ public:
     /// A view of what stands behind the inner bytes: of size 0, with the address behind the
     /// block, if nothing does. Empty if this blob has no block or fewer than 4 bytes. **The
     /// inner size is believed**: for a block that is no composite, address and size are
-    /// meaningless. Ask `GetInnerBlob` first when the bytes come from outside.
+    /// meaningless. When the bytes come from outside, use neither view unless the size of this
+    /// one is at most `m_nSize - 4`; whether `GetInnerBlob` gives something does not tell.
     HXBlob GetOuterBlob() const;
 
-    /// A view of the bits; what is written there is written to the block. Of more than
-    /// 2^28 - 1 bytes, those are in the view whose bits can be counted.
+    /// A view of the bits; what is written there is written to the block. No bits without a
+    /// block. Of more than 2^28 - 1 bytes, those are in the view whose bits can be counted.
     HXBitArray GetBits() const;
 
     /// Spreads the bits of `o` evenly over the bits of this blob, and leaves those between them
@@ -422,8 +445,8 @@ public:
     ///
     /// A record that the archive does not hold whole raises the archive exception with the
     /// cause `endOfFile`; the blob is then empty, or unchanged if not even the size is there. A
-    /// false size claims no more memory than the
-    /// archive has bytes, and a fixed amount.
+    /// false size claims at most three times as much memory as the archive has bytes, or 1 MiB
+    /// if that is more; without it the memory exception is raised, and the blob is empty.
     void Serialize(CArchive& ar);
 
     /// The bytes alone, without the size.
@@ -448,8 +471,12 @@ public:
     /// a "Bl", otherwise its first child of that name. False if there is none, or if it has no
     /// "Dt" or the size 0; **the size from "Sz" then stays although there is no block.** True
     /// otherwise, whatever the text: bytes that it has no digits for, or that follow something
-    /// that is no digit, are 0. A size for which more than 16 MiB of the text are missing
-    /// counts as one for which there is no memory.
+    /// that is no digit, are 0. A size for which the digits of more than 16 MiB are missing
+    /// counts as one for which there is no memory: the memory exception, and an empty blob.
+    ///
+    /// A blob with a size and no block is stored with that size and an empty "Dt". Loaded again
+    /// it has a block of zeros, but **above 16 MiB it cannot be loaded**. One that was left so by
+    /// loading is best set right, or `Reset`, before it is stored.
     ///
     /// A context in neither mode gives true and nothing else.
     bool PersistXML(PCExBase& pc);
@@ -473,6 +500,7 @@ private:
 
     void Renew(ulong n);
     bool Grow(ulong n);
+    void Fill(const unsigned char* p, bool fresh);
     bool DecodeDigits(const CString& digits);
 };
 

@@ -69,7 +69,7 @@ HXBlob HXBlob::GetOuterBlob() const {
 
 HXBitArray HXBlob::GetBits() const {
     constexpr ulong most = std::numeric_limits<std::int32_t>::max() / 8;
-    return HXBitArray(m_pData, static_cast<std::int32_t>(8 * std::min(m_nSize, most)));
+    return HXBitArray(m_pData, static_cast<std::int32_t>(8 * std::min(Held(), most)));
 }
 
 namespace {

@@ -1,11 +1,14 @@
 // Blobs joined, nested, and mixed bit by bit.
 
 #include <gtest/gtest.h>
+#include <platform/object/CMemoryException.h>
+#include <tests/Raises.h>
 #include <zt/containers/HXBitArray.h>
 #include <zt/memory/HXBlob.h>
 #include <zt/memory/Blob_test.hpp>
 
 #include <cstddef>
+#include <cstring>
 
 namespace ZT {
 namespace {
@@ -145,6 +148,34 @@ TEST(HXBlobComposite, OuterBelievesTheInnerSize) {
     EXPECT_EQ(composite.GetOuterBlob().m_nSize, 0xFFFFFFFEu);
 }
 
+TEST(HXBlobComposite, InnerThatIsLetThroughDoesNotMakeTheOuterSound) {
+    std::string bytes = "\x07\0\0\0abcdefgh"s;
+    const HXBlob composite(8u, AddressIn(bytes));
+    EXPECT_EQ(composite.GetInnerBlob().m_nSize, 7u);
+    EXPECT_EQ(composite.GetOuterBlob().m_pData, AddressIn(bytes, 11));
+    EXPECT_EQ(composite.GetOuterBlob().m_nSize, 0xFFFFFFFDu);
+}
+
+TEST(HXBlobComposite, OuterSizeTellsWhetherTheViewsAreSound) {
+    std::string bytes(8, '\0');
+    const HXBlob composite = Naming(bytes);
+    for (const ulong inner : {0u, 3u, 4u, 5u, 7u, 8u, 9u, 0x7FFFFFFFu, 0xFFFFFFFCu, 0xFFFFFFFFu}) {
+        std::memcpy(bytes.data(), &inner, sizeof inner);
+        EXPECT_EQ(composite.GetOuterBlob().m_nSize <= composite.m_nSize - 4, inner <= 4) << inner;
+    }
+}
+
+TEST(HXBlobComposite, MoreThanABlobCanHoldRaisesTheMemoryException) {
+    std::string byte = "x";
+    const HXBlob large(0xFFFFFFFCu, AddressIn(byte));
+    EXPECT_TRUE(testing_support::Raises<CMemoryException>([&] { large* HXBlob(); }));
+    EXPECT_TRUE(testing_support::Raises<CMemoryException>([&] { HXBlob() * large; }));
+    HXBlob blob = Naming(byte);
+    EXPECT_TRUE(testing_support::Raises<CMemoryException>([&] { blob.Embed(large); }));
+    EXPECT_EQ(blob.m_pData, AddressIn(byte));
+    EXPECT_EQ(blob.m_nSize, 1u);
+}
+
 TEST(HXBlobComposite, TooShortForASizeOrBlocklessGivesNothing) {
     std::string bytes = "\x01\0\0"s;
     for (const HXBlob& blob :
@@ -189,6 +220,8 @@ TEST(HXBlobBits, AreTheBlocks) {
     EXPECT_EQ(bytes, "\x02\x80");
     EXPECT_EQ(HXBlob().GetBits().m_nBits, 0);
     EXPECT_EQ(HXBlob().GetBits().m_pBits, nullptr);
+    EXPECT_EQ(Blockless(5).GetBits().m_nBits, 0);
+    EXPECT_EQ(Blockless(5).GetBits().m_pBits, nullptr);
 }
 
 TEST(HXBlobBits, AreAsManyAsCanBeCounted) {
@@ -218,6 +251,14 @@ TEST(HXBlobInject, BrokenRatioRoundsThePlacesDown) {
     EXPECT_EQ(Injected("\xFF\xFF\xFF"s, "\x00\x00"s), "\x24\x49\x92"s);
     // The last bit alone, at place 22.
     EXPECT_EQ(Injected("\x00\x00\x00"s, "\x00\x80"s), "\x00\x00\x40"s);
+}
+
+TEST(HXBlobInject, PlacesAreCountedInSinglePrecision) {
+    // The ratio 5/3 is a little less than that, but three times as much rounds to 5 again.
+    EXPECT_EQ(Injected("\0\0\0\0\0"s, "\x08\0\0"s), "\x20\0\0\0\0"s);
+    // So is 7/3, and 27 times as much rounds to less than 63.
+    EXPECT_EQ(Injected(std::string(14, '\0'), "\0\0\0\x08\0\0"s),
+              std::string(7, '\0') + "\x40" + std::string(6, '\0'));
 }
 
 TEST(HXBlobInject, BlobsThatOverlapSeeEachOthersBits) {

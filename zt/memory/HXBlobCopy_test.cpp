@@ -30,11 +30,34 @@ TEST(HXBlobCopy, Copy2KeepsALargerBlock) {
     EXPECT_EQ(room, "xyzDEFGH");
 }
 
-TEST(HXBlobCopy, Copy2OfABlocklessBlobTakesItsSize) {
-    Own blob("xy"s);
-    blob.Copy2(Blockless(5));
-    EXPECT_EQ(blob.m_nSize, 5u);
-    EXPECT_NE(blob.m_pData, nullptr);
+TEST(HXBlobCopy, SizeWithoutABlockIsTakenWithZeros) {
+    Own none;
+    none.Copy2(Blockless(5));
+    EXPECT_EQ(Bytes(none), "\0\0\0\0\0"s);
+    Own grown("xy"s);
+    grown.Copy2(Blockless(5));
+    EXPECT_EQ(Bytes(grown), "\0\0\0\0\0"s);
+    Own virtually;
+    virtually.Copy(Blockless(5));
+    EXPECT_EQ(Bytes(virtually), "\0\0\0\0\0"s);
+    Own bits;
+    bits.Copy(HXBitArray(nullptr, 17));
+    EXPECT_EQ(Bytes(bits), "\0\0\0"s);
+    Own itself(Blockless(3));
+    itself.Copy(itself);
+    EXPECT_EQ(Bytes(itself), "\0\0\0"s);
+}
+
+TEST(HXBlobCopy, SizeWithoutABlockLeavesTheBytesOfABlockThatStays) {
+    Own first("abcdef"s);
+    first.Copy2(Blockless(5));
+    EXPECT_EQ(Bytes(first), "abcde");
+    Own second("abcdef"s);
+    second.Copy(Blockless(5));
+    EXPECT_EQ(Bytes(second), "abcde");
+    Own third("abcdef"s);
+    third.Copy(HXBitArray(nullptr, 17));
+    EXPECT_EQ(Bytes(third), "abc");
 }
 
 TEST(HXBlobCopy, Copy2OfItselfChangesNothing) {
@@ -311,6 +334,46 @@ TEST(HXBlobArray, ToAnEmptyArray) {
     EXPECT_TRUE(HXBlob().CopyTo(&made.array));
     EXPECT_EQ(made.array->rgsabound[0].cElements, 0u);
     EXPECT_FALSE(HXBlob().CopyTo(static_cast<tagSAFEARRAY**>(nullptr)));
+}
+
+TEST(HXBlobArray, ToZerosWithoutABlock) {
+    Array made;
+    EXPECT_TRUE(Blockless(3).CopyTo(&made.array));
+    ASSERT_EQ(made.array->rgsabound[0].cElements, 3u);
+    EXPECT_EQ(std::memcmp(made.array->pvData, "\0\0\0", 3), 0);
+}
+
+TEST(HXBlobArray, NoneWhereThereCannotBeOne) {
+    Array made(BytesArray("old"));
+    SAFEARRAY* target = made.array;
+    EXPECT_FALSE(Blockless(0xFFFFFFFF).CopyTo(&target));
+    EXPECT_EQ(target, nullptr);
+}
+
+TEST(HXBlobArray, WithoutElementsHasNoRoomForTheVirtualOperation) {
+    struct Recording : HXBlob {
+        void CopyDataTo(unsigned char* p) const override { seen = p; }
+        mutable unsigned char byte = 0;
+        mutable unsigned char* seen = &byte;
+    };
+    Recording blob;
+    Array made;
+    EXPECT_TRUE(blob.CopyTo(&made.array));
+    EXPECT_EQ(blob.seen, nullptr);
+}
+
+TEST(HXBlobArray, IsFilledFromMemoryByABlobWithMoreElsewhere) {
+    struct Larger : HXBlob {
+        ulong GetSize() override { return 4; }
+        void CopyDataTo(unsigned char* p) const override { std::memset(p, 'k', 4); }
+    };
+    std::string bytes = "abc";
+    Larger blob;
+    blob.CopyShallow(Naming(bytes));
+    Array made;
+    EXPECT_TRUE(blob.CopyTo(&made.array));
+    ASSERT_EQ(made.array->rgsabound[0].cElements, 3u);
+    EXPECT_EQ(std::memcmp(made.array->pvData, "abc", 3), 0);
 }
 
 TEST(HXBlobArray, IsFilledByTheVirtualOperation) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <tests/Raises.h>
+#include <zt/containers/HXBitArray.h>
 #include <zt/memory/HXBlob.h>
 #include <zt/memory/Blob_test.hpp>
 #include <zt/persist/Cursor_test.hpp>
@@ -94,6 +95,29 @@ TEST_F(HXBlobXml, NoDigitsLeaveTheSizeWithoutABlock) {
     EXPECT_FALSE(Loads(blob, "<R><Bl><Sz>3</Sz></Bl></R>"));
     EXPECT_EQ(blob.m_nSize, 3u);
     EXPECT_EQ(blob.m_pData, nullptr);
+}
+
+TEST_F(HXBlobXml, SizeWithoutABlockHasNoBits) {
+    HXBlob blob;
+    EXPECT_FALSE(Loads(blob, "<R><Bl><Sz>5</Sz></Bl></R>"));
+    EXPECT_EQ(blob.m_nSize, 5u);
+    EXPECT_EQ(blob.GetBits().m_nBits, 0);
+    EXPECT_EQ(blob.GetBits().m_pBits, nullptr);
+}
+
+TEST_F(HXBlobXml, SizeWithoutABlockComesBackAsZerosUpToALimit) {
+    Own small;
+    EXPECT_FALSE(Loads(small, "<R><Bl><Sz>3</Sz></Bl></R>"));
+    EXPECT_TRUE(Loads(small, StoredXml(small)));
+    EXPECT_EQ(Bytes(small), "\0\0\0"s);
+    HXBlob large;
+    EXPECT_FALSE(Loads(large, "<R><Bl><Sz>20000000</Sz></Bl></R>"));
+    EXPECT_EQ(large.m_nSize, 20000000u);
+    const std::string stored = StoredXml(large);
+    EXPECT_EQ(stored, "<R><Bl><Sz>20000000</Sz><Dt/></Bl></R>");
+    EXPECT_TRUE(testing_support::Raises<CMemoryException>([&] { Loads(large, stored); }));
+    EXPECT_EQ(large.m_nSize, 0u);
+    EXPECT_EQ(large.m_pData, nullptr);
 }
 
 TEST_F(HXBlobXml, NoSizeLeavesNothing) {
