@@ -31,7 +31,9 @@ namespace ZT {
 /// exception, and `GetSize` is the number of blobs, not of bytes.
 ///
 /// An archive of a set holds the number of the blobs and, for each, a record without its bytes:
-/// what is loaded is a set of as many empty blobs. Blocks that were there before are not freed.
+/// what is loaded is a set of as many empty blobs. Elements behind the loaded number are ended,
+/// which frees a block that one of them has with `m_bAutoDelete`; no other block that was there
+/// before is freed.
 class ZT_API BlobSet : public CArray<HXBlob, HXBlob> {
 public:
     /// No blobs.

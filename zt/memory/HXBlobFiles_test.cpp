@@ -252,6 +252,29 @@ TEST_F(HXBlobFile, FullDiskGivesFalse) {
     EXPECT_EQ(BytesOf(path), bytes);
 }
 
+TEST_F(HXBlobFile, FullDiskLeavesTheTailOfALongerFile) {
+    MakeFile(path, std::string(10000, 'Z'));
+    std::string bytes(5000, 'x');
+    {
+        const FileSizeLimit full(4096);
+        EXPECT_FALSE(Naming(bytes).Write(name));
+    }
+    const std::string content = BytesOf(path);
+    ASSERT_EQ(content.size(), 10000u);
+    EXPECT_EQ(content.substr(4096), std::string(10000 - 4096, 'Z'));
+}
+
+TEST_F(HXBlobFile, FileThatAnotherWriterHoldsGivesFalse) {
+    MakeFile(path, "ABCDEF");
+    std::string bytes = "abc";
+    HXBlob blob = Naming(bytes);
+    const CFile other(name, CFile::modeWrite | CFile::shareDenyWrite);
+    EXPECT_FALSE(blob.Write(name));
+    EXPECT_FALSE(blob.Write(name, true));
+    EXPECT_FALSE(blob.WriteNonVirt(name));
+    EXPECT_EQ(BytesOf(path), "ABCDEF");
+}
+
 TEST_F(HXBlobFile, PathThatCannotBeWrittenGivesFalse) {
     std::string bytes = "abc";
     HXBlob blob = Naming(bytes);

@@ -13,6 +13,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <functional>
 
 #include <sys/wait.h>
@@ -100,6 +101,35 @@ TEST(HXBlobMemory, FalseSizeInAnArchiveClaimsNoMoreThanAFixedAmount) {
         const auto load = [&](CArchive& ar) { blob.Serialize(ar); };
         EXPECT_EQ(LoadingCause(size + "0123456789", load), CArchiveException::endOfFile);
     }
+}
+
+TEST(HXBlobMemory, FalseSizeInAnArchiveClaimsAsManyBytesAgainAsThereAre) {
+    // Behind 32 MiB that are there, as many more are looked for.
+    CMemFile file;
+    Fill(file, "\xFF\xFF\xFF\xFF"s + std::string((std::size_t{32} << 20) + 1, 'x'));
+    CArchive ar(&file, CArchive::load);
+    Own blob("old"s);
+    const NoMemory limit(std::size_t{48} << 20);
+    EXPECT_TRUE(FindsNoMemory([&] { blob.Serialize(ar); }));
+    EXPECT_EQ(blob.m_nSize, 0u);
+    EXPECT_EQ(blob.m_pData, nullptr);
+}
+
+TEST(HXBlobMemory, ReadingBackWithoutMemoryLeavesNothingInMemory) {
+    const TempDirectory temporary;
+    std::string large(10001, 'x');
+    std::string room(10001, '.');
+    BlobCached blob;
+    blob.Copy(Naming(large));
+    blob.LoadCache();
+    ASSERT_EQ(blob.m_nSize, 10001u);
+    std::filesystem::resize_file(temporary.OnlyFile(), std::size_t{1} << 20);
+    const NoMemory limit(500000);
+    EXPECT_TRUE(FindsNoMemory([&] { blob.CopyDataTo(AddressIn(room)); }));
+    EXPECT_EQ(blob.m_nSize, 0u);
+    EXPECT_EQ(blob.m_pData, nullptr);
+    EXPECT_EQ(room, std::string(10001, '.'));
+    EXPECT_EQ(blob.GetSize(), ulong{1} << 20);
 }
 
 TEST(HXBlobMemory, SetThatFindsNoneStaysAsItIs) {
