@@ -3,6 +3,7 @@
 #include <platform/object/CMemoryException.h>
 #include <tests/FailingNew.h>
 #include <zt/memory/BufferBase.h>
+#include <zt/memory/BufferEx.h>
 #include <zt/memory/HXBlob.h>
 #include <zt/persist/PCExBase.h>
 #include <zt/ranges/RangeR1.h>
@@ -85,25 +86,68 @@ void ReadSingle(PCExBase& cursor, const char* name) {
     PCExBase::GetAttribute(cursor.GetCurElem(), name);
 }
 
-/// Loads a table of rows. Whatever rows it has then are there to be read.
+/// Does what may want more memory than there is.
+template <class Work>
+void Try(Work work) {
+    try {
+        work();
+    } catch (CMemoryException* e) {
+        e->Delete();
+    }
+}
+
+/// Whatever rows there are have bytes to be read and written. Rows without a size may be any
+/// number.
+void TouchRows(const BufferBase& rows) {
+    if (rows.GetRowSize() == 0) return;
+    for (ulong i = 0; i < rows.GetCount() && rows.GetRow(i); ++i) {
+        for (int place = 0; place < rows.GetRowSize(); ++place) ++rows.GetRow(i)[place];
+    }
+}
+
+/// Loads a table of rows, and goes on with rows of that shape.
 void ReadRows(PCExBase& cursor) {
     BufferBase rows;
     rows.SetRowSize(3);
     rows.AllocateEx(5);
-    try {
-        rows.PersistXML(cursor, true);
-    } catch (CMemoryException* e) {
-        e->Delete();
-    }
-    unsigned sum = 0;
-    for (ulong i = 0; i < rows.GetCount() && rows.GetRow(i); ++i) {
-        for (int place = 0; place < rows.GetRowSize(); ++place) sum += rows.GetRow(i)[place];
-    }
-    volatile unsigned sink = sum;
-    static_cast<void>(sink);
+    Try([&] { rows.PersistXML(cursor, true); });
+    TouchRows(rows);
     BufferBase copy;
     copy.Copy(rows, 0);
     if (!copy.IsSame(rows)) std::abort();
+    const auto goOn = [&](auto work) {
+        BufferBase other;
+        other.Copy(rows, 0);
+        Try([&] { work(other); });
+        TouchRows(other);
+    };
+    goOn([](BufferBase& other) { other.AddNewRow(); });
+    goOn([](BufferBase& other) { other.Allocate(); });
+    goOn([](BufferBase& other) { other.Merge(other); });
+    for (const int size : {1, 3, 255}) {
+        BufferBase few;
+        few.SetRowSize(static_cast<unsigned char>(size));
+        few.Allocate(2);
+        goOn([&](BufferBase& other) { other.Merge(few); });
+        goOn([&](BufferBase& other) { other.Unite(few); });
+        Try([&] { few.Unite(rows); });
+        Try([&] { few.Merge(rows); });
+        TouchRows(few);
+        goOn([&](BufferBase& other) {
+            BufferEx description;
+            description.AttachData(&other);
+            description.SetFieldCount(1);
+            description.SetFieldDefinition(0, static_cast<unsigned char>(size), "", "");
+            description.Allocate(2);
+        });
+    }
+    // Here the room of the rows that were there before can still be known.
+    for (int i = 0; i < 3; ++i) Try([&] { rows.AddNewRow(); });
+    BufferBase row;
+    row.SetRowSize(255);
+    row.Allocate(1);
+    Try([&] { rows.Merge(row); });
+    TouchRows(rows);
 }
 
 /// Loads a block of bytes, reads it, and stores it by its text.

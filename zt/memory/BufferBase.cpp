@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 namespace ZT {
 
@@ -20,6 +21,12 @@ unsigned char* NewBlock(ulong size) {
     unsigned char* const block = AfxNewArray<unsigned char>(size);
     if (size >= kLargeBlock) PreferLargePages(block, size);
     return block;
+}
+
+// The count of rows can come from a file that has not their bytes. What makes a block for
+// such a count asks here first, so that no block is smaller than its rows.
+void RequireRoomFor(uint64 rows, std::uint8_t rowSize) {
+    if (rowSize * rows > std::numeric_limits<ulong>::max()) AfxThrowMemoryException();
 }
 
 void CopyBytes(unsigned char* to, const unsigned char* from, std::size_t size) {
@@ -47,11 +54,10 @@ BufferBase::BufferBase(const PW::BufferBase& src) : BufferBase() {
     m_nCount = src.GetCount();
 }
 
-// A new block for `n` rows of `rowSize` bytes that begins with the rows in use.
-unsigned char* BufferBase::Resized(std::uint8_t rowSize, ulong n) const {
-    const ulong total = rowSize * n;
+// A new block that begins with `kept` bytes of the present one, if there is one.
+unsigned char* BufferBase::Resized(ulong total, std::size_t kept) const {
     unsigned char* const block = NewBlock(total);
-    CopyBytes(block, m_pData, std::min(total, rowSize * m_nCount));
+    CopyBytes(block, m_pData, kept);
     return block;
 }
 
@@ -70,15 +76,22 @@ void BufferBase::RemoveRow(ulong i) {
 }
 
 void BufferBase::Allocate(ulong n) {
-    if (m_nRowSize == 0) return;
-    const ulong total = BytesOf(n);
-    const ulong kept = m_pData ? std::min(total, Total()) : 0;
-    unsigned char* const block = Resized(m_nRowSize, n);
+    if (m_nRowSize != 0) Reshape(m_nRowSize, n);
+}
+
+// As `Allocate` does after `SetRowSize`, but the rows in use lend no more bytes than they
+// have, and the row size comes last.
+void BufferBase::Reshape(std::uint8_t rowSize, ulong n) {
+    const ulong total = rowSize * n;
+    const ulong kept = m_pData ? std::min({total, rowSize * m_nCount, Total()}) : 0;
+    unsigned char* const block = Resized(total, kept);
     Clear(block + kept, total - kept);
+    m_nRowSize = rowSize;
     Replace(block, n);
 }
 
 void BufferBase::Allocate() {
+    RequireRoomFor(m_nCount, m_nRowSize);
     DestroyNoCount();
     m_pData = NewBlock(Total());
 }
@@ -86,10 +99,12 @@ void BufferBase::Allocate() {
 void BufferBase::Grow(ulong n) {
     const ulong needed = BytesOf(n);
     if (m_nAllocated == 0) {
+        RequireRoomFor(n, m_nRowSize);
         Allocate(n);
         m_nAllocated = needed;
     } else {
         // Twice the rows that are asked for, deliberately not twice those that there were.
+        RequireRoomFor(uint64{2} * n, m_nRowSize);
         Allocate(2 * n);
         m_nCount = n;
         m_nAllocated = 2 * needed;
@@ -98,7 +113,8 @@ void BufferBase::Grow(ulong n) {
 
 void BufferBase::SetCount(ulong n) {
     if (n == m_nCount) return;
-    Replace(Resized(m_nRowSize, n), BytesOf(n) != 0 ? n : 0);
+    const ulong total = BytesOf(n);
+    Replace(Resized(total, std::min(total, Total())), total != 0 ? n : 0);
 }
 
 void BufferBase::DestroyNoCount() {
@@ -150,22 +166,33 @@ uint64 BufferBase::GetCountCoinsidingRows(const BufferBase& other, uint64 firstR
     return AreSame(GetRow(row), other.GetRow(row), m_nRowSize) ? limit - row : 0;
 }
 
-// Appends the rows of `other` from `first` on. `other` may be this buffer or name its block,
-// so that block goes last.
+// What the rows in use bring along when they become rows of `rowSize`: their bytes, but of
+// rows that were counted before there was a row size no more than the room they lie in.
+std::size_t BufferBase::BytesInUse(std::uint8_t rowSize) const {
+    if (!m_pData) return 0;
+    const std::size_t bytes = std::size_t{rowSize} * m_nCount;
+    return m_nRowSize == 0 && m_nAllocated != 0 ? std::min<std::size_t>(bytes, m_nAllocated)
+                                                : bytes;
+}
+
+// Appends the rows of `other` from `first` on; rows without a block become zeros, on either
+// side. `other` may be this buffer or name its block, so that block goes last.
 ulong BufferBase::Append(const BufferBase& other, ulong first) {
     const ulong old = m_nCount;
     const ulong added = other.m_nCount - first;
     if (added == 0) return old;
     const std::uint8_t rowSize = m_nRowSize != 0 ? m_nRowSize : other.m_nRowSize;
     if (rowSize != other.m_nRowSize) return 0;
-    unsigned char* const block = Resized(rowSize, old + added);
-    if (block) {
-        unsigned char* const rows = block + std::size_t{rowSize} * old;
-        if (other.m_pData) {
-            CopyBytes(rows, other.GetRow(first), std::size_t{rowSize} * added);
-        } else {
-            Clear(rows, std::size_t{rowSize} * added);
-        }
+    RequireRoomFor(uint64{old} + added, rowSize);
+    const std::size_t head = std::size_t{rowSize} * old;
+    const std::size_t tail = std::size_t{rowSize} * added;
+    const std::size_t kept = BytesInUse(rowSize);
+    unsigned char* const block = Resized(rowSize * (old + added), kept);
+    Clear(block + kept, head - kept);
+    if (other.m_pData) {
+        CopyBytes(block + head, other.GetRow(first), tail);
+    } else {
+        Clear(block + head, tail);
     }
     m_nRowSize = rowSize;
     Replace(block, block ? old + added : 0);

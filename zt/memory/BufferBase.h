@@ -14,6 +14,7 @@ class BufferBase;
 
 namespace ZT {
 
+class BufferEx;
 class PCExBase;
 
 /// A table of rows of one fixed size, from 0 to 255 bytes, in one block of memory. The
@@ -21,8 +22,10 @@ class PCExBase;
 ///
 /// - A row size of 0 is one that is not yet set.
 /// - `m_pData` is null where there is no block. The count can stand above 0 all the same,
-///   after `DestroyNoCount` or a loading that found no data; `GetRow` answers null then, and
-///   wherever bytes are copied or compared, the buffer counts as one without any.
+///   after `DestroyNoCount` or a loading that found no data; row size and count are then
+///   whatever was in the file, up to 4294967295 rows. `GetRow` answers null, and wherever
+///   bytes are copied or compared, the buffer counts as one without any. So ask `GetRow`,
+///   and not the count, whether a row is there.
 /// - `m_nAllocated` is no capacity in general. It is known to `AllocateEx` alone, and 0 says
 ///   that the block has exactly the bytes of the rows in use.
 ///
@@ -30,10 +33,14 @@ class PCExBase;
 /// and `CopyShallow` make two buffers name one block, which both destructors would free: the
 /// caller ends one of the two with `Construct`. The deep copy is `Copy`.
 ///
-/// The bytes in all are the row size times the count in 32 bits, and no operation guards
-/// against a product beyond that: a caller keeps it below 4 GiB, and for a buffer that
-/// `AddNewRow` fills, below 2 GiB. Such a product, and a row size that was raised by
-/// `SetRowSize` over rows in use, make the buffer claim bytes that its block does not have.
+/// The bytes in all are the row size times the count, a number of 32 bits. `SetCount` and
+/// `Allocate(ulong)` take a count from the caller and do not guard against a product beyond
+/// that: the caller keeps it below 4 GiB, a count from a loaded buffer included. With such a
+/// product, or with a row size that was raised by `SetRowSize` over rows in use, the buffer claims
+/// bytes that its block does not have. The operations that go by a count which can come from a
+/// file, `Allocate()`, `AllocateEx`, `AddNewRow`, `Merge` and `Unite`, raise the memory exception
+/// for a block of 4 GiB or more, and change nothing then; `AllocateEx` and `AddNewRow` may do so
+/// from 2 GiB on, for the room that they take in advance.
 ///
 /// The address of a row is valid until the next operation that changes the block. When there
 /// is no memory for a block, the memory exception is raised; an operation that resizes leaves
@@ -82,9 +89,11 @@ public:
         return m_pData && i < m_nCount ? m_pData + std::size_t{m_nRowSize} * i : nullptr;
     }
 
-    /// Appends a row and gives its address; null without a row size. Grows as `AllocateEx`
-    /// does. The new row reads as zero, unless it takes the place of one that `RemoveRow` or
-    /// a smaller `AllocateEx` has given up: then it still has the old bytes.
+    /// Appends a row and gives its address. Grows as `AllocateEx` does. Null, and no row, for
+    /// a buffer without a row size and without room; where there is room, which a row size
+    /// of 0 never uses up, the row counts and has no bytes at its address. The new row reads as
+    /// zero, unless it takes the place of one that `RemoveRow` or a smaller `AllocateEx` has given
+    /// up: then it still has the old bytes.
     unsigned char* AddNewRow() {
         AllocateEx(m_nCount + 1);
         return GetRow(m_nCount - 1);
@@ -104,14 +113,15 @@ public:
     void Allocate(ulong n);
 
     /// A new block for the present shape, without defined contents. The old one goes first:
-    /// when there is no memory, the buffer has no block and keeps its shape.
+    /// when there is no memory, the buffer has no block and keeps its shape. A shape of 4 GiB
+    /// or more raises the memory exception with the old block in place.
     void Allocate();
 
     /// At least `n` rows, with room for twice as many at each growth, so that rows can be
     /// added one by one. New rows of a new block read as zero; those in room that was left
     /// have the bytes that were there. A smaller `n` gives up rows and keeps the block.
     void AllocateEx(ulong n) {
-        const ulong needed = m_nRowSize * n;
+        const uint64 needed = uint64{m_nRowSize} * n;
         if (m_nAllocated != 0 && needed <= m_nAllocated) {
             m_nCount = n;
         } else {
@@ -147,9 +157,11 @@ public:
     /// freed. With `bTake`, `src` lets go of the block and has no rows afterwards; without,
     /// both name it.
     ///
-    /// `m_nAllocated` stays on both sides. Unless it is 0 here, follow with an operation that
-    /// replaces the block before any that grows it: `AllocateEx` and `AddNewRow` would take
-    /// the room of the old block for that of the new one.
+    /// `m_nAllocated` stays on both sides, so `AllocateEx` and `AddNewRow` take the room of
+    /// the old block for that of the new one. Unless it is 0, follow with an operation that
+    /// replaces the block before any that grows it. That holds for a `src` that was emptied
+    /// with `bTake` as well: within the room it seems to have, `AddNewRow` counts rows there
+    /// and answers null, since no block is left.
     void CopyShallow(BufferBase& src, bool bTake);
 
     /// Makes the sibling's buffer an equal copy of this one, with a block of its own.
@@ -177,11 +189,15 @@ public:
     /// old count. With no rows in `other` that is all it does. A row size of 0 becomes that
     /// of `other`; with any other row size than that of `other` nothing changes and the
     /// result is 0, which is also the result of a merge into an empty buffer.
+    ///
+    /// Where rows are appended, there is a block for all of them: rows that had none, in
+    /// `other` or here, are zero in it.
     ulong Merge(const BufferBase& other);
 
     /// Appends the rows of `other` behind those that coincide, as `GetCountCoinsidingRows`
     /// counts them, and gives the number of those. When there are none, all of `other` is
-    /// appended, as by `Merge`.
+    /// appended, as by `Merge`. Two buffers of one row size and both without a block coincide
+    /// as far as the shorter one goes.
     ulong Unite(const BufferBase& other);
     /// @}
 
@@ -201,12 +217,17 @@ public:
     /// all other buffers the first four 32-bit words are written, and what a shorter block
     /// lacks of them as 0.
     ///
+    /// Rows without a block are stored with an empty "Dt" as hexadecimal text, and with zeros
+    /// as words: one for every two bytes of rows of 6 bytes, and four of all others. Either
+    /// way the loaded buffer has a block, of zeros.
+    ///
     /// Loading goes by the element's own "Bn", hexadecimal when it is missing. Row size and
     /// count that are missing stay as they were. Text that ends early, or has something else
     /// where a digit or a number should be, ends the loading there without a report, and the
-    /// bytes from there on have no defined contents. Without "Dt" the buffer has the row size
-    /// and count that were read, and no block. So it is after the memory exception, which a
-    /// shape raises for which there is no memory, or which has 4 GiB or more.
+    /// bytes from there on are zero. Without "Dt" the buffer has the row size and count that
+    /// were read, whatever they are, and no block; nothing is raised. With "Dt", a shape for
+    /// which there is no memory, or which has 4 GiB or more, raises the memory exception and
+    /// leaves the buffer in the same state.
     void PersistXML(PCExBase& pc, bool bBinary);
 
     std::uint8_t m_nRowSize;     ///< Bytes a row; 0 is not yet set.
@@ -215,12 +236,16 @@ public:
     unsigned char* m_pData;      ///< The block, or null.
 
 private:
+    friend class BufferEx;
+
     /// The bytes of `n` rows, deliberately in 32 bits.
     ulong BytesOf(ulong n) const { return m_nRowSize * n; }
     ulong Total() const { return BytesOf(m_nCount); }
     bool HasBytes() const { return m_pData && Total() != 0; }
 
-    unsigned char* Resized(std::uint8_t rowSize, ulong n) const;
+    unsigned char* Resized(ulong total, std::size_t kept) const;
+    std::size_t BytesInUse(std::uint8_t rowSize) const;
+    void Reshape(std::uint8_t rowSize, ulong n);
     void Replace(unsigned char* block, ulong count);
     void Grow(ulong n);
     ulong Append(const BufferBase& other, ulong first);

@@ -95,6 +95,17 @@ TEST(BufferCopyShallow, CanTakeTheBlockAway) {
     EXPECT_EQ(source.m_pData, nullptr);
 }
 
+TEST(BufferCopyShallow, TheEmptiedSourceStillSeemsToHaveItsRoom) {
+    Rows source(2, "aabb");
+    source.AllocateEx(2);
+    BufferBase target;
+    target.CopyShallow(source, true);
+    EXPECT_THAT(source, HasFields(2, 0u, 4u));
+    EXPECT_EQ(source.AddNewRow(), nullptr);
+    EXPECT_THAT(source, HasFields(2, 1u, 4u));
+    EXPECT_EQ(source.m_pData, nullptr);
+}
+
 TEST(BufferCopyShallow, DoesNotFreeWhatWasThere) {
     Rows source(2, "aabb");
     Rows target(1, "x");
@@ -303,7 +314,7 @@ TEST(BufferMerge, RowsWithoutBytesAreAppendedAsZero) {
     EXPECT_EQ(TextOf(a), std::string("aa\0\0\0\0", 6));
     EXPECT_EQ(blockless.Merge(a), 2u);
     EXPECT_EQ(blockless.GetCount(), 5u);
-    EXPECT_EQ(TextOf(blockless).substr(4), std::string("aa\0\0\0\0", 6));
+    EXPECT_EQ(TextOf(blockless), std::string("\0\0\0\0aa\0\0\0\0", 10));
 }
 
 TEST(BufferUnite, AppendsWhatLiesPastTheShorterCount) {
@@ -336,6 +347,17 @@ TEST(BufferUnite, AppendsAllWhereNothingCoincides) {
     EXPECT_EQ(none.GetRowSize(), 4);
     EXPECT_EQ(none.Unite(Rows(4, "")), 0u);
     EXPECT_EQ(none.GetCount(), 4u);
+}
+
+TEST(BufferUnite, BuffersWithoutBlocksCoincideAsFarAsBothGo) {
+    Rows a(2, "aabb");
+    Rows b(2, "ccddee");
+    a.DestroyNoCount();
+    b.DestroyNoCount();
+    EXPECT_EQ(a.GetCountCoinsidingRows(b, 0), 2u);
+    EXPECT_EQ(a.Unite(b), 2u);
+    EXPECT_THAT(a, HasFields(2, 3u, 0u));
+    EXPECT_EQ(TextOf(a), std::string(6, '\0'));
 }
 
 // Laws.

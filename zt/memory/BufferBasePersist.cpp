@@ -1,6 +1,5 @@
 #include <zt/memory/BufferBase.h>
 
-#include <platform/object/CMemoryException.h>
 #include <zt/containers/HexText.h>
 #include <zt/persist/PCExBase.h>
 #include <zt/persist/detail/NumberRow.h>
@@ -80,10 +79,10 @@ void BufferBase::Load(PCExBase& pc) {
     if (count == 0) return;
     // The block there was need not have the bytes of the new shape.
     DestroyNoCount();
-    const uint64 total = uint64{rowSize} * count;
-    if (!data || total == 0) return;
-    if (total > std::numeric_limits<ulong>::max()) AfxThrowMemoryException();
+    if (!data || rowSize == 0) return;
     Allocate();
+    // What the text does not fill is left open; zero is the harmless value.
+    std::memset(m_pData, 0, Total());
     bool binary = true;
     PCExBase::ReadBool(element, "Bn", binary);
     const CString text = data->text();

@@ -75,6 +75,13 @@ TEST_F(BufferPersist, WithoutBytesThereIsNoData) {
     EXPECT_EQ(Stored(none, kText), "<R><BB><SR>0</SR><C>7</C><Bn>0</Bn></BB></R>");
 }
 
+TEST_F(BufferPersist, IndentedChildrenStandOneLevelDeeper) {
+    BufferBase none;
+    Store(true);
+    none.PersistXML(*cursor, kBinary);
+    EXPECT_EQ(Xml(), "<R>\n\t<BB>\n\t\t<SR>0</SR>\n\t\t<C>0</C>\n\t\t<Bn>1</Bn>\n\t</BB></R>");
+}
+
 TEST_F(BufferPersist, RowsOfSixBytesAreShortWordsAnnouncedAsTwelveBytes) {
     WordRows<std::uint16_t> rows(6, {0, 1, 65535, 32768, 10, 999});
     EXPECT_EQ(Stored(rows, kText),
@@ -163,9 +170,7 @@ TEST_F(BufferPersist, WordsThatWereNotStoredAreNotLoaded) {
     loaded.PersistXML(*cursor, kText);
     EXPECT_THAT(loaded, HasFields(8, 5u, 0u));
     ASSERT_NE(loaded.GetRow(4), nullptr);
-    std::vector<std::uint32_t> words = WordsOf(loaded);
-    words.resize(4);
-    EXPECT_THAT(words, ElementsAre(1, 2, 3, 4));
+    EXPECT_THAT(WordsOf(loaded), ElementsAre(1, 2, 3, 4, 0, 0, 0, 0, 0, 0));
 }
 
 TEST_F(BufferPersist, WithoutBnTheDataIsHexadecimal) {
@@ -200,25 +205,22 @@ TEST_F(BufferPersist, WordsFollowBlanks) {
     }
 }
 
-// The block is a new one without defined contents; only what was loaded is looked at.
 TEST_F(BufferPersist, WordsEndWhereThereIsNoNumberOrNoBlank) {
     for (const char* const text : {"5 6", "5 6 x", "5 6 x 7"}) {
         BufferBase loaded;
         LoadFrom(std::string("<SR>16</SR><C>1</C><Bn>0</Bn><Dt>") + text + "</Dt>", loaded);
         EXPECT_THAT(loaded, HasFields(16, 1u, 0u));
-        std::vector<std::uint32_t> words = WordsOf(loaded);
-        ASSERT_EQ(words.size(), 4u);
-        words.resize(2);
-        EXPECT_THAT(words, ElementsAre(5, 6)) << text;
+        EXPECT_THAT(WordsOf(loaded), ElementsAre(5, 6, 0, 0)) << text;
     }
 }
 
 TEST_F(BufferPersist, WordsFillOnlyWholeWordsOfTheBlock) {
     BufferBase loaded;
     LoadFrom("<SR>7</SR><C>1</C><Bn>0</Bn><Dt>5 6</Dt>", loaded);
-    EXPECT_EQ(TextOf(loaded).substr(0, 4), std::string("\x05\0\0\0", 4));
+    EXPECT_EQ(TextOf(loaded), std::string("\x05\0\0\0\0\0\0", 7));
     LoadFrom("<SR>3</SR><C>1</C><Bn>0</Bn><Dt>5 6</Dt>", loaded);
     EXPECT_THAT(loaded, HasFields(3, 1u, 0u));
+    EXPECT_EQ(TextOf(loaded), std::string(3, '\0'));
 }
 
 TEST_F(BufferPersist, BadOrShortHexadecimalTextEndsTheLoading) {
@@ -226,7 +228,7 @@ TEST_F(BufferPersist, BadOrShortHexadecimalTextEndsTheLoading) {
         BufferBase loaded;
         LoadFrom(std::string("<SR>4</SR><C>1</C><Dt>") + text + "</Dt>", loaded);
         EXPECT_THAT(loaded, HasFields(4, 1u, 0u));
-        EXPECT_EQ(TextOf(loaded).substr(0, 2), "ab") << text;
+        EXPECT_EQ(TextOf(loaded), std::string("ab\0\0", 4)) << text;
     }
     BufferBase longer;
     LoadFrom("<SR>2</SR><C>1</C><Dt>616263</Dt>", longer);
@@ -308,6 +310,18 @@ TEST_F(BufferPersist, WithoutRowsTheOldBlockStaysAsRoom) {
     EXPECT_EQ(rows.GetRow(0), nullptr);
 }
 
+TEST_F(BufferPersist, AShapeWithoutABlockComesBackWithOneOfZeros) {
+    Rows rows(6, "abcdef");
+    rows.DestroyNoCount();
+    Stored(rows, kBinary);
+    Reload();
+    BufferBase loaded;
+    loaded.PersistXML(*cursor, kBinary);
+    EXPECT_THAT(loaded, HasFields(6, 1u, 0u));
+    ASSERT_NE(loaded.GetRow(0), nullptr);
+    EXPECT_EQ(TextOf(loaded), std::string(6, '\0'));
+}
+
 TEST_F(BufferPersist, ARowCountWithoutMemoryRaisesTheMemoryException) {
     Rows rows(2, "aabb");
     const NoMemory limit(1'000'000);
@@ -338,6 +352,50 @@ TEST_F(BufferPersist, AShapeBeyond32BitsIsOneWithoutMemory) {
         LoadFrom(shape, without);
         EXPECT_EQ(without.m_pData, nullptr);
     }
+}
+
+// The same shape, and 255 * 16843009, which is 2^32 - 1.
+TEST_F(BufferPersist, WhatIsDoneWithAShapeBeyond32BitsRaisesTheMemoryException) {
+    BufferBase beyond;
+    LoadFrom("<SR>255</SR><C>16843010</C>", beyond);
+    Rows rows(255, std::string(255, 'a'));
+    const BufferBase* const none = &beyond;
+    EXPECT_TRUE(Raises<CMemoryException>([&] { rows.Merge(*none); }));
+    EXPECT_TRUE(Raises<CMemoryException>([&] { rows.Unite(*none); }));
+    EXPECT_THAT(rows, HasFields(255, 1u, 0u));
+    EXPECT_EQ(TextOf(rows), std::string(255, 'a'));
+    EXPECT_TRUE(Raises<CMemoryException>([&] { beyond.AddNewRow(); }));
+    EXPECT_TRUE(Raises<CMemoryException>([&] { beyond.Allocate(); }));
+    EXPECT_THAT(beyond, HasFields(255, 16843010u, 0u));
+    EXPECT_EQ(beyond.GetRow(0), nullptr);
+
+    BufferBase last;
+    LoadFrom("<SR>255</SR><C>16843009</C>", last);
+    EXPECT_TRUE(Raises<CMemoryException>([&] { last.Merge(rows); }));
+    EXPECT_TRUE(Raises<CMemoryException>([&] { last.AddNewRow(); }));
+    EXPECT_THAT(last, HasFields(255, 16843009u, 0u));
+    EXPECT_EQ(last.m_pData, nullptr);
+}
+
+TEST_F(BufferPersist, RowsBeyond32BitsInNumberRaiseTheMemoryException) {
+    BufferBase most;
+    LoadFrom("<SR>1</SR><C>4294967295</C>", most);
+    EXPECT_TRUE(Raises<CMemoryException>([&] { most.Merge(Rows(1, "xy")); }));
+    EXPECT_THAT(most, HasFields(1, 4294967295u, 0u));
+    Rows rows(1, "xy");
+    EXPECT_TRUE(Raises<CMemoryException>([&] { rows.Merge(most); }));
+    EXPECT_EQ(TextOf(rows), "xy");
+}
+
+// Rows that are counted over the old room have no bytes of their own.
+TEST_F(BufferPersist, RowsCountedOverTheOldRoomBringAlongNoMoreThanIt) {
+    Rows rows(2, "aabb");
+    rows.AllocateEx(2);
+    LoadFrom("<SR>0</SR><C>0</C>", rows);
+    for (int i = 0; i < 3; ++i) rows.AddNewRow();
+    EXPECT_THAT(rows, HasFields(0, 3u, 4u));
+    EXPECT_EQ(rows.Merge(Rows(200, std::string(200, 'c'))), 3u);
+    EXPECT_EQ(TextOf(rows), "aabb" + std::string(596, '\0') + std::string(200, 'c'));
 }
 
 // Laws.

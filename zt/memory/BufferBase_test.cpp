@@ -22,6 +22,9 @@
 namespace ZT {
 namespace {
 
+using testing_support::NoMemory;
+using testing_support::Raises;
+
 // The layout.
 
 TEST(BufferBase, FieldsStandInOrder) {
@@ -250,6 +253,18 @@ TEST(BufferBase, ResizingWithoutABlockStartsFromNothing) {
     EXPECT_EQ(TextOf(rows), std::string(10, '\0'));
 }
 
+// 128 * 2^25 is 2^32.
+TEST(BufferBase, ACountFromTheCallerIsMultipliedIn32Bits) {
+    Rows set(128, std::string(256, 'a'));
+    set.SetCount(33554432);
+    EXPECT_THAT(set, HasFields(128, 0u, 0u));
+    EXPECT_EQ(set.m_pData, nullptr);
+    Rows allocated(128, std::string(256, 'a'));
+    allocated.Allocate(33554432);
+    EXPECT_THAT(allocated, HasFields(128, 33554432u, 0u));
+    EXPECT_EQ(allocated.m_pData, nullptr);
+}
+
 // Growing row by row.
 
 TEST(BufferBase, AddNewRowGrowsToTwiceTheRowsThatAreAskedFor) {
@@ -317,6 +332,34 @@ TEST(BufferBase, ARowInRoomThatWasGivenUpHasTheOldBytes) {
     EXPECT_EQ(TextOf(rows), "aabb");
 }
 
+TEST(BufferBase, RoomIsNeverUsedUpByRowsWithoutASize) {
+    Rows rows(2, "aabb");
+    rows.AllocateEx(2);
+    rows.SetRowSize(0);
+    EXPECT_EQ(rows.AddNewRow(), rows.m_pData);
+    EXPECT_THAT(rows, HasFields(0, 3u, 4u));
+    ASSERT_NE(rows.m_pData, nullptr);
+    // They bring along no more than the room they lie in.
+    EXPECT_EQ(rows.Merge(Rows(2, "cc")), 3u);
+    EXPECT_EQ(TextOf(rows), std::string("aabb\0\0cc", 8));
+}
+
+// 255 * 16843010 is 2^32 + 254, and 255 * 8421505 is 2^31 + 127.
+TEST(BufferBase, NoBlockOf4GiBIsTakenForSmaller) {
+    Rows rows(255, std::string(255, 'a'));
+    EXPECT_TRUE(Raises<CMemoryException>([&] { rows.AllocateEx(16843010); }));
+    EXPECT_THAT(rows, HasFields(255, 1u, 0u));
+    rows.AllocateEx(1);
+    EXPECT_TRUE(Raises<CMemoryException>([&] { rows.AllocateEx(16843010); }));
+    EXPECT_TRUE(Raises<CMemoryException>([&] { rows.AllocateEx(8421505); }));
+    EXPECT_THAT(rows, HasFields(255, 1u, 255u));
+    unsigned char* const block = rows.m_pData;
+    rows.m_nCount = 16843010;
+    EXPECT_TRUE(Raises<CMemoryException>([&] { rows.Allocate(); }));
+    EXPECT_THAT(rows, HasFields(255, 16843010u, 255u));
+    EXPECT_EQ(rows.m_pData, block);
+}
+
 TEST(BufferBase, EveryOtherChangeOfTheBlockForgetsTheRoom) {
     const auto forgets = [](auto change) {
         Rows rows(2, "aabb");
@@ -336,9 +379,6 @@ TEST(BufferBase, EveryOtherChangeOfTheBlockForgetsTheRoom) {
 }
 
 // No memory.
-
-using testing_support::NoMemory;
-using testing_support::Raises;
 
 // So many rows of 255 bytes have more bytes than the limit.
 constexpr ulong kTooMany = 1000;

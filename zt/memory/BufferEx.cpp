@@ -49,8 +49,7 @@ void BufferEx::Allocate(ulong n) {
     if (!m_pBuffer || m_nFieldCount == 0) return;
     const unsigned char size = GetRowSize();
     if (size == 0) return;
-    m_pBuffer->SetRowSize(size);
-    m_pBuffer->Allocate(n);
+    m_pBuffer->Reshape(size, n);
 }
 
 }  // namespace ZT

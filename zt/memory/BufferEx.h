@@ -62,12 +62,12 @@ public:
     short FindField(const char* name) const;
 
     /// Gives the buffer the row size of `GetRowSize` and `n` rows, as `BufferBase::Allocate`
-    /// does: rows that are there keep their bytes. Nothing without a buffer or fields, or
-    /// with a row size of 0.
+    /// does: rows of that size that are there keep their bytes, and what is new reads as
+    /// zero. Nothing without a buffer or fields, or with a row size of 0.
     ///
-    /// The buffer must have no rows, or rows that are not smaller than the new ones: the old
-    /// block is read by the new row size. After a memory exception the new row size stays
-    /// over the old rows, and the buffer is good for `BufferBase::Destroy` alone.
+    /// Rows of another size are not taken apart. The block keeps its first bytes in their
+    /// order, as many as the old count of rows has by the old and by the new row size. When
+    /// there is no memory, the memory exception is raised and the buffer stays as it was.
     void Allocate(ulong n);
 
     BufferBase* m_pBuffer = nullptr;       ///< The buffer; not owned.

@@ -168,6 +168,54 @@ TEST(BufferEx, AllocateKeepsTheRowsOfTheBuffer) {
     EXPECT_EQ(TextOf(buffer), std::string("aaaabbbb\0\0\0\0", 12));
 }
 
+/// A description of one field of `size` bytes in `buffer`.
+struct OneField : BufferEx {
+    OneField(BufferBase& buffer, unsigned char size) {
+        AttachData(&buffer);
+        SetFieldCount(1);
+        SetFieldDefinition(0, size, "", "a");
+    }
+};
+
+TEST(BufferEx, AllocateOverSmallerRowsTakesNoMoreThanTheyHave) {
+    Rows buffer(1, "ab");
+    OneField(buffer, 4).Allocate(2);
+    EXPECT_THAT(buffer, HasFields(4, 2u, 0u));
+    EXPECT_EQ(TextOf(buffer), std::string("ab\0\0\0\0\0\0", 8));
+}
+
+// Two rows of 4 bytes are kept: as many rows as there were, by the new size.
+TEST(BufferEx, AllocateOverGreaterRowsTakesAsManyNewOnes) {
+    Rows buffer(8, "aaaabbbbccccdddd");
+    OneField(buffer, 4).Allocate(4);
+    EXPECT_THAT(buffer, HasFields(4, 4u, 0u));
+    EXPECT_EQ(TextOf(buffer), std::string("aaaabbbb\0\0\0\0\0\0\0\0", 16));
+    OneField(buffer, 2).Allocate(1);
+    EXPECT_EQ(TextOf(buffer), "aa");
+}
+
+TEST(BufferEx, AllocateOverRoomOfRowsWithoutASizeTakesNothing) {
+    Rows buffer(2, "aabb");
+    buffer.AllocateEx(2);
+    buffer.SetRowSize(0);
+    buffer.AddNewRow();
+    OneField(buffer, 200).Allocate(3);
+    EXPECT_THAT(buffer, HasFields(200, 3u, 0u));
+    EXPECT_EQ(TextOf(buffer), std::string(600, '\0'));
+}
+
+TEST(BufferEx, AllocateWithoutMemoryChangesNothing) {
+    using testing_support::Raises;
+    Rows buffer(4, "aaaa");
+    unsigned char* const block = buffer.m_pData;
+    OneField description(buffer, 255);
+    const testing_support::NoMemory limit(100'000);
+    EXPECT_TRUE(Raises<CMemoryException>([&] { description.Allocate(1000); }));
+    EXPECT_THAT(buffer, HasFields(4, 1u, 0u));
+    EXPECT_EQ(buffer.m_pData, block);
+    EXPECT_EQ(TextOf(buffer), "aaaa");
+}
+
 TEST(BufferEx, AllocateWithoutBufferOrFieldsOrSizeDoesNothing) {
     Rows buffer(4, "aaaa");
     BufferEx description;
