@@ -19,6 +19,12 @@ void CopyBytes(unsigned char* to, const unsigned char* from, int count) {
     if (count > 0) std::memmove(to, from, static_cast<std::size_t>(count));
 }
 
+// A loop that changes nothing could be taken for one that ends.
+[[noreturn]] void WalkForever() {
+    volatile unsigned char place = 0;
+    for (;;) place = static_cast<unsigned char>(place + 1);
+}
+
 template <class Word>
 Word Load(const unsigned char* p) {
     Word word;
@@ -60,8 +66,17 @@ void HXBitArray::SetSize(int n) {
 
 void HXBitArray::Copy(const HXBitArray& src) {
     if (!src.m_pBits) return;
-    SetSize(src.m_nBits);
-    CopyBytes(m_pBits, src.m_pBits, GetByteCount());
+    const int bytes = src.GetByteCount();
+    if (bytes > GetByteCount()) {
+        // Both may name one block, which goes last.
+        unsigned char* const block = NewBytes(bytes);
+        CopyBytes(block, src.m_pBits, bytes);
+        delete[] m_pBits;
+        m_pBits = block;
+    } else {
+        CopyBytes(m_pBits, src.m_pBits, bytes);
+    }
+    m_nBits = src.m_nBits;
 }
 
 void HXBitArray::Copy(const unsigned char* p) {
@@ -102,6 +117,7 @@ unsigned char HXBitArray::GetBitsValue(unsigned char first, unsigned char last) 
     unsigned char value = 0;
     unsigned char weight = 1;
     // One byte wide, deliberately: a `last` of 255 is never passed.
+    if (last == 255) WalkForever();
     for (unsigned char i = first; i <= last; ++i) {
         if (Get(i)) value = static_cast<unsigned char>(value + weight);
         weight = static_cast<unsigned char>(weight << 1);

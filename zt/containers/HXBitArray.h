@@ -62,12 +62,15 @@ public:
     void SetSize(int n);
 
     /// `SetSize` to the number of bits of `src`, and a copy of its bytes. A null buffer in
-    /// `src` changes nothing. An array that has no buffer but enough bits gets none by
-    /// `SetSize`; the caller has to avoid that.
+    /// `src` changes nothing. When this array has to grow and both name one block, `src` and
+    /// all others that name it are left with a freed one. An array that has no buffer but
+    /// enough bits gets none; the caller has to avoid that. Raises the memory exception, with
+    /// the array unchanged, when there is no memory.
     void Copy(const HXBitArray& src);
 
     /// Copies as many bytes as this array has from `p`, and takes a new block for them if it
-    /// has no buffer yet. A null `p` changes nothing.
+    /// has no buffer yet. A null `p` changes nothing. Raises the memory exception, and the
+    /// array has no buffer still, when there is no memory.
     void Copy(const unsigned char* p);
 
     /// Copies the bytes to `p`, which needs room for `GetByteCount()` of them. A null `p` is
@@ -109,7 +112,7 @@ public:
 
     /// The run as a number with bit `first` as its lowest. Only the first eight bits of the
     /// run count. 0 when `first` is above `last`. Does not return when `last` is 255: the
-    /// walk never gets past it.
+    /// walk never gets past it. Pass a smaller one.
     unsigned char GetBitsValue(unsigned char first, unsigned char last) const;
 
     /// The run with each bit at its own place: bit k counts as 1 << k, not shifted down as

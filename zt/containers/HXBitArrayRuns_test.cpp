@@ -6,6 +6,9 @@
 #include <tests/Evenly.h>
 #include <zt/containers/Bits_test.hpp>
 
+#include <unistd.h>
+
+#include <csignal>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -38,6 +41,17 @@ TEST(HXBitArray, GetBitsValueReachesBit254) {
     Bits bits(std::vector<unsigned char>(32));
     bits.array.Set(254, true);
     EXPECT_EQ(bits.array.GetBitsValue(250, 254), 0x10);
+}
+
+void WaitForBit255(const Bits& bits) {
+    alarm(1);
+    volatile int value = bits.array.GetBitsValue(0, 255);
+    static_cast<void>(value);
+}
+
+TEST(HXBitArrayDeathTest, GetBitsValueNeverPassesBit255) {
+    const Bits bits(std::vector<unsigned char>(32));
+    EXPECT_EXIT(WaitForBit255(bits), testing::KilledBySignal(SIGALRM), "");
 }
 
 TEST(HXBitArray, GetValKeepsEachBitAtItsPlace) {
@@ -150,9 +164,9 @@ TEST(HXBitArray, FlagsAreWrittenInSinglePrecisionToo) {
 
 TEST(HXBitArray, GetFlagByteSeesNothingBeyondTheByte) {
     const unsigned char byte = 0x82;
-    for (unsigned char i = 0; i < 255; ++i) {
+    for (int i = 0; i <= 255; ++i) {
         const bool set = i % 32 == 1 || i % 32 == 7;
-        EXPECT_EQ(HXBitArray::GetFlagByte(i, byte), set) << int{i};
+        EXPECT_EQ(HXBitArray::GetFlagByte(static_cast<unsigned char>(i), byte), set) << i;
     }
 }
 

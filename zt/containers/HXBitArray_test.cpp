@@ -2,6 +2,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <platform/object/CMemoryException.h>
+#include <tests/FailingNew.h>
+#include <tests/NoMemory.h>
+#include <tests/Raises.h>
 #include <zt/containers/Bits_test.hpp>
 #include <zt/frame/VirtualTable_test.hpp>
 
@@ -195,6 +199,37 @@ TEST(HXBitArray, CopyOntoItselfChangesNothing) {
     bits.array.Copy(bits.array);
     EXPECT_EQ(bits.array.m_nBits, 16);
     EXPECT_THAT(bits.bytes, ElementsAre(0x12, 0x34));
+}
+
+TEST(HXBitArray, CopyOfALongerViewOfTheSameBlockTakesItsBytesFirst) {
+    auto* const block = new unsigned char[2]{1, 2};
+    const HXBitArray longer(block, 16);
+    Owned owned;
+    owned.array.SetData(block, 8);
+    owned.array.Copy(longer);
+    EXPECT_EQ(owned.array.m_nBits, 16);
+    EXPECT_EQ(owned.array.GetHexString(), "0102");
+    EXPECT_NE(owned.array.m_pBits, block);
+}
+
+TEST(HXBitArray, WithoutMemoryForMoreBytesTheArrayStaysAsItWas) {
+    using testing_support::Raises;
+    Bits big(std::vector<unsigned char>(10000, 0xFF));
+    Owned owned;
+    owned.array.SetSize(8);
+    owned.array.SetBits(0xA5, true);
+    owned.array.SetBits(0x5A, false);
+    unsigned char* const block = owned.array.m_pBits;
+    HXBitArray none(nullptr, 80000);
+    const testing_support::NoMemory limit(1000);
+    EXPECT_TRUE(Raises<CMemoryException>([&] { owned.array.SetSize(80000); }));
+    EXPECT_TRUE(Raises<CMemoryException>([&] { owned.array.Copy(big.array); }));
+    EXPECT_EQ(owned.array.m_pBits, block);
+    EXPECT_EQ(owned.array.m_nBits, 8);
+    EXPECT_EQ(owned.array.GetHexString(), "A5");
+    EXPECT_TRUE(Raises<CMemoryException>([&] { none.Copy(big.bytes.data()); }));
+    EXPECT_EQ(none.m_pBits, nullptr);
+    EXPECT_EQ(none.m_nBits, 80000);
 }
 
 TEST(HXBitArray, CopyOfBytesTakesAsManyAsTheArrayHas) {
