@@ -23,7 +23,8 @@ namespace ZT {
 ///
 /// To read an element that does not exist is no error; each operation says what it gives
 /// then. A value that holds a "<" is a fragment, and for the readers of single values it is
-/// empty. Numbers that are none raise `PwException`, dates that are none `COleException`.
+/// empty. Numbers that are none raise `PwException`. A value that has not the form of a date
+/// is the zero time, without a report; one that has it and is no date raises `COleException`.
 class ZT_API Xml {
 public:
     /// The empty fragment.
@@ -45,6 +46,12 @@ public:
 
     /// The local date as year, month and day, eight digits for a year of four: "20240105". A
     /// time outside the calendar of `CTime` is "00000".
+    ///
+    /// `CTime()`, which stands for no time, does not come back: it is written as the local
+    /// date at the start of 1970 in UTC, "19700101" or a day of 1969. Where that was not
+    /// midnight, `ReadDate` raises for it, since the midnight of that day lies before the
+    /// calendar; in UTC it does come back. Leave the element out instead: a missing one is
+    /// read as the zero time.
     void AddDate(const char* tag, CTime t);
 
     /// Indents `inner` by one tab, which changes it, and adds its text as a value: its first

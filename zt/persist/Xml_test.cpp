@@ -128,6 +128,14 @@ TEST(XmlRecord, ABlockStandsBehindItsTagAndIsIndented) {
               "\t<again>\t\t\t<a>1</a>\n\t\t\t<b>2</b>\n</again>\n");
 }
 
+TEST(XmlRecord, AnEmptyBlockIsATab) {
+    Xml inner;
+    Xml outer;
+    outer.AddBlock("b", inner);
+    EXPECT_EQ(outer.m_strText, "\t<b>\t</b>\n");
+    EXPECT_EQ(inner.m_strText, "\t");
+}
+
 TEST(XmlRecord, ABlockCanBeAddedToItself) {
     Xml xml;
     xml.AddInt("a", 1);
@@ -280,6 +288,39 @@ TEST(XmlRecord, ADateOutsideTheCalendarIsRaised) {
     EXPECT_EQ(Content("30001231").ReadDate("a").GetTime(), 32535129600);
     for (const char* const value : {"19691231", "30010101", "99990101", "-0010101"})
         EXPECT_EQ(Failure([&] { Content(value).ReadDate("a"); }), E_INVALIDARG) << value;
+}
+
+TEST(XmlRecord, TheCalendarBeginsAndEndsInUtcWhateverTheZone) {
+    {
+        const TimeZone east(testing_support::kCentralEurope);
+        EXPECT_EQ(Failure([] { Content("19700101").ReadDate("a"); }), E_INVALIDARG);
+        EXPECT_EQ(Content("19700102").ReadDate("a").GetTime(), 82800);
+        EXPECT_EQ(Content("30010101").ReadDate("a").GetTime(), 32535212400);
+        EXPECT_EQ(Failure([] { Content("30010102").ReadDate("a"); }), E_INVALIDARG);
+    }
+    const TimeZone west("EST5");
+    EXPECT_EQ(Content("19700101").ReadDate("a").GetTime(), 18000);
+    EXPECT_EQ(Content("30001231").ReadDate("a").GetTime(), 32535147600);
+    EXPECT_EQ(Failure([] { Content("30010101").ReadDate("a"); }), E_INVALIDARG);
+}
+
+TEST(XmlRecord, TheZeroTimeComesBackInUtcAlone) {
+    const struct {
+        const char* zone;
+        const char* text;
+        HRESULT failure;
+    } rows[] = {
+        {"UTC0", "19700101", S_OK},
+        {"EST5", "19691231", E_INVALIDARG},
+        {testing_support::kCentralEurope, "19700101", E_INVALIDARG},
+    };
+    for (const auto& row : rows) {
+        const TimeZone zone(row.zone);
+        Xml xml;
+        xml.AddDate("a", CTime(0));
+        EXPECT_EQ(xml.m_strText, ("\t<a>" + std::string(row.text) + "</a>\n").c_str());
+        EXPECT_EQ(Failure([&] { EXPECT_EQ(xml.ReadDate("a"), CTime()); }), row.failure) << row.zone;
+    }
 }
 
 TEST(XmlRecord, TheLastDayOf1969IsTakenWhereItIsAlready1970) {
