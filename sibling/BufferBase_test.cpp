@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <platform/object/CMemoryException.h>
 #include <sibling/BufferBase.h>
+#include <tests/FailingNew.h>
+#include <tests/NoMemory.h>
+#include <tests/Raises.h>
 
 #include <cstddef>
 #include <cstring>
@@ -51,6 +55,21 @@ TEST(SiblingBuffer, NoBytesLeaveNoRows) {
     buffer.SetCount(0);
     EXPECT_EQ(buffer.GetCount(), 0u);
     EXPECT_EQ(buffer.GetRow(0), nullptr);
+}
+
+TEST(SiblingBuffer, SetCountWithoutMemoryChangesNothing) {
+    using testing_support::Raises;
+    BufferBase buffer;
+    buffer.SetRowSize(255);
+    buffer.SetCount(1);
+    unsigned char* const row = buffer.GetRow(0);
+    ASSERT_NE(row, nullptr);
+    std::memset(row, 7, 255);
+    const testing_support::NoMemory limit(100'000);
+    EXPECT_TRUE(Raises<CMemoryException>([&] { buffer.SetCount(1000); }));
+    EXPECT_EQ(buffer.GetCount(), 1u);
+    EXPECT_EQ(buffer.GetRow(0), row);
+    EXPECT_EQ(row[254], 7);
 }
 
 TEST(SiblingBuffer, DestroyNoCountKeepsTheShape) {
