@@ -369,10 +369,10 @@ public:
         return IsEmpty() || (r.In(m_min, zToler) && r.In(m_max, zToler));
     }
 
-    /// Cuts this range down to what it shares with `r`, and tells whether anything is
-    /// left. Ranges that touch within the tolerance share a singleton. Where two limits
-    /// differ by less than the tolerance, that of `r` is taken. The flags do not count, but
-    /// when `r` lies inside this range its flag comes along.
+    /// Cuts this range down to what it shares with `r`, and tells whether anything is left.
+    /// Ranges that touch share a singleton. Where two limits are the same number, that of `r`
+    /// is taken, but the upper limit stays unless `r` starts below. The flags do not count,
+    /// but when `r` lies inside this range its flag comes along.
     ///
     /// Of ranges that lie apart the canonical empty limits are left. Two that do not, and of
     /// which one is out of order, can give false as well, but the limits are then what the
