@@ -1,5 +1,6 @@
 #include <platform/modules/AFX_EXTENSION_MODULE.h>
 #include <platform/modules/AFX_MODULE_STATE.h>
+#include <platform/modules/detail/LoadedResources.h>
 #include <platform/modules/detail/ModuleClasses.h>
 
 namespace {
@@ -23,6 +24,7 @@ BOOL AfxInitExtensionModule(AFX_EXTENSION_MODULE& record, HMODULE module) {
     record.hResource = module;
     record.pFirstSharedClass = nullptr;
     TakeModuleClasses(record);
+    KeepResourcesOf(module);
     return TRUE;
 }
 

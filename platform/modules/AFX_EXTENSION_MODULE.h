@@ -28,7 +28,8 @@ struct AFX_EXTENSION_MODULE {
 
 /// Starts a module: fills the record and takes the classes that the module has
 /// registered out of the common list into the record, where they are found once
-/// a `CDynLinkLibrary` links the record into the chain. A record that was started
+/// a `CDynLinkLibrary` links the record into the chain. The resources of the module
+/// can be read from now on, whatever becomes of its file. A record that was started
 /// before stays as it is. The result is true; it is false, and the record
 /// untouched, for a null `module`.
 ///

@@ -14,6 +14,8 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <map>
+#include <mutex>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -37,6 +39,42 @@ public:
 private:
     void* m_handle;
 };
+
+// The references that the platform holds to modules that it has loaded.
+class HeldReferences {
+public:
+    void Add(HMODULE module, void* loaderHandle) {
+        const std::scoped_lock lock(m_lock);
+        Held& held = m_held[module];
+        held.loaderHandle = loaderHandle;
+        ++held.count;
+    }
+    // One reference in the loader's form, which the caller is to close; null if there is
+    // none.
+    void* Take(HMODULE module) {
+        const std::scoped_lock lock(m_lock);
+        const auto found = m_held.find(module);
+        if (found == m_held.end()) return nullptr;
+        void* const taken = found->second.loaderHandle;
+        if (--found->second.count == 0) m_held.erase(found);
+        return taken;
+    }
+
+private:
+    struct Held {
+        void* loaderHandle = nullptr;
+        unsigned count = 0;
+    };
+
+    std::mutex m_lock;
+    std::map<HMODULE, Held> m_held;
+};
+
+// Never ended, since a module may be freed while the program ends.
+HeldReferences& AllHeld() {
+    static HeldReferences& all = *new HeldReferences;
+    return all;
+}
 
 HMODULE ModuleOf(void* loaderHandle) {
     link_map* map = nullptr;
@@ -187,7 +225,9 @@ HMODULE AfxLoadLibrary(LPCTSTR path, CString* reason) {
     void* handle = dlopen(full.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle) TellLoadFailure(path, reason);
     const HMODULE module = ModuleOf(handle);
-    if (module) KeepResourcesOf(module);
+    if (!module) return nullptr;
+    AllHeld().Add(module, handle);
+    KeepResourcesOf(module);
     return module;
 }
 
@@ -198,12 +238,8 @@ HMODULE LoadLibraryExA(LPCSTR path, HANDLE reserved, DWORD flags) {
 }
 
 BOOL AfxFreeLibrary(HMODULE module) {
-    const LPCTSTR name = LoaderName(module);
-    bool freed = false;
-    if (name) {
-        const LoaderReference reference(name);
-        freed = reference.Get() && dlclose(reference.Get()) == 0;
-    }
+    void* const reference = AllHeld().Take(module);
+    const bool freed = reference && dlclose(reference) == 0;
     ForgetUnloadedResources();
     if (!freed) SetLastError(EINVAL);
     return freed;

@@ -6,6 +6,8 @@
 #include <platform/text/CString.h>
 #include <platform/modules/TestModules_test.hpp>
 
+#include <dlfcn.h>
+
 #include <cerrno>
 #include <filesystem>
 #include <string>
@@ -236,6 +238,30 @@ TEST(FreeLibrary, OfNoModuleIsFalse) {
     EXPECT_FALSE(AfxFreeLibrary(nullptr));
     int nowhere = 0;
     EXPECT_FALSE(AfxFreeLibrary(reinterpret_cast<HMODULE>(&nowhere)));
+}
+
+TEST(FreeLibrary, OfALinkedLibraryIsFalse) {
+    SetLastError(0);
+    EXPECT_FALSE(AfxFreeLibrary(Platform()));
+    EXPECT_EQ(GetLastError(), DWORD{EINVAL});
+    EXPECT_FALSE(AfxFreeLibrary(GetModuleHandle(nullptr)));
+    const HMODULE library = AfxLoadLibrary(AfxGetModuleFileName(Platform()));
+    EXPECT_EQ(library, Platform());
+    EXPECT_TRUE(AfxFreeLibrary(library)) << "this reference is one of AfxLoadLibrary";
+    EXPECT_FALSE(AfxFreeLibrary(library));
+}
+
+TEST_F(LoadedFromAFile, BySomethingElseIsNotFreed) {
+    const std::string path = Copy();
+    void* const handle = dlopen(path.c_str(), RTLD_NOW);
+    ASSERT_NE(handle, nullptr);
+    const HMODULE module = GetModuleHandleA(path.c_str());
+    SetLastError(0);
+    EXPECT_FALSE(FreeLibrary(module));
+    EXPECT_EQ(GetLastError(), DWORD{EINVAL});
+    EXPECT_EQ(GetModuleHandleA(path.c_str()), module);
+    dlclose(handle);
+    EXPECT_EQ(GetModuleHandleA(path.c_str()), nullptr);
 }
 
 TEST(GetProcAddress, OfAnUnknownNameOrModuleIsNull) {

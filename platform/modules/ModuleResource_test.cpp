@@ -173,8 +173,93 @@ TEST_F(ModuleResource, OfAModuleThatMovedIsFound) {
     dlclose(handle);
 }
 
-TEST_F(ModuleResource, OfAFileThatWasReplacedUnseenIsNotTakenForTheNewOne) {
+TEST_F(ModuleResource, OfAnExtensionModuleIsThatOfItsStart) {
     const std::string path = CopyWith("old");
+    void* const handle = dlopen(path.c_str(), RTLD_NOW);
+    ASSERT_NE(handle, nullptr);
+    const HMODULE module = GetModuleHandleA(path.c_str());
+    ASSERT_EQ(InChild([&] { return Put(path, "TABLE", "Gauge", "new") ? 0 : 1; }), 0);
+    EXPECT_EQ(InMemory(module, "TABLE", "Gauge"), "old");
+    dlclose(handle);
+}
+
+TEST_F(ModuleResource, IsFoundByTheModulesOwnConstructors) {
+    const Loaded module(CopyWith("1 2 3"));
+    const auto size = reinterpret_cast<DWORD (*)()>(GetProcAddress(module, "SizeOfGaugeAtStart"));
+    ASSERT_NE(size, nullptr);
+    EXPECT_EQ(size(), 5u);
+}
+
+TEST_F(ModuleResource, OfTheProgramIsThatOfItsStart) {
+    const std::string program = directory / "asking";
+    std::filesystem::copy_file(ZT_ASKING_PROGRAM, program);
+    ASSERT_TRUE(Put(program, "TABLE", "Gauge", "old"));
+    const std::string other = directory / "other";
+    std::filesystem::copy_file(program, other);
+    ASSERT_TRUE(Put(other, "TABLE", "Gauge", "another one"));
+    const auto run = [&](const std::string& command) {
+        const std::string out = directory / "out";
+        const std::string line = "'" + program + "' \"" + command + "\" >'" + out + "'";
+        return std::system(line.c_str()) == 0 ? BytesOf(out) : "failure: " + BytesOf(out);
+    };
+    EXPECT_EQ(run("true"), "old");
+    EXPECT_EQ(run("mv '" + other + "' '" + program + "'"), "old");
+    EXPECT_EQ(run("true"), "another one");
+    EXPECT_EQ(run("rm '" + program + "'"), "another one");
+}
+
+TEST_F(ModuleResource, IsKeptWhenTheProgramItselfReplacesTheFile) {
+    const std::string path = PlainWith("old");
+    void* const handle = dlopen(path.c_str(), RTLD_NOW);
+    ASSERT_NE(handle, nullptr);
+    const HMODULE module = GetModuleHandleA(path.c_str());
+    // Nobody has looked anything up yet.
+    ASSERT_TRUE(Put(path, "TABLE", "Gauge", "new"));
+    EXPECT_EQ(InMemory(module, "TABLE", "Gauge"), "old");
+    dlclose(handle);
+}
+
+// Loads a module past the platform and answers its resource.
+std::string OnceLoaded(const std::string& path) {
+    void* const handle = dlopen(path.c_str(), RTLD_NOW);
+    const HMODULE module = GetModuleHandleA(path.c_str());
+    SetLastError(0);
+    const std::string bytes = InMemory(module, "TABLE", "Gauge");
+    if (handle) dlclose(handle);
+    return bytes == "(none)" ? "error " + std::to_string(GetLastError()) : bytes;
+}
+
+TEST_F(ModuleResource, IsReadAnewFromAFileThatWasWrittenToBetweenTwoLoads) {
+    const std::string first = BytesOf(PlainWith("first", "first"));
+    const std::string other = BytesOf(PlainWith("other", "other"));
+    const std::string longer = BytesOf(PlainWith(std::string(9000, 'x'), "longer"));
+    const std::string none = BytesOf(ZT_PLAIN_MODULE);
+    const std::string without = "error " + std::to_string(ENOENT);
+    ASSERT_EQ(first.size(), other.size());
+    const std::string path = directory / "plain.so";
+    const auto written = [&](const std::string& bytes) {
+        MakeFile(path, bytes);
+        return OnceLoaded(path);
+    };
+    EXPECT_EQ(written(none), without);
+    EXPECT_EQ(written(first), "first");
+    EXPECT_EQ(written(other), "other") << "as long as the one before";
+    EXPECT_TRUE(written(longer) == std::string(9000, 'x'));
+    EXPECT_EQ(written(first), "first") << "the file is shorter";
+    EXPECT_EQ(written(none), without);
+}
+
+TEST_F(ModuleResource, PlaceStaysWhenItsFileIsTouched) {
+    const std::string path = CopyWith("bytes");
+    const Loaded module(path);
+    const HRSRC place = FindResourceA(module, "Gauge", "TABLE");
+    ASSERT_EQ(Shell("touch '" + path + "'"), 0);
+    { const Loaded other(CopyWith("2", "other.so")); }
+    EXPECT_EQ(SizeofResource(module, place), 5u);
+}
+
+TEST_F(ModuleResource, OfAFileThatWasReplacedUnseenIsNotTakenForTheNewOne) {
+    const std::string path = PlainWith("old");
     void* const handle = dlopen(path.c_str(), RTLD_NOW);
     ASSERT_NE(handle, nullptr);
     const HMODULE module = GetModuleHandleA(path.c_str());
@@ -212,6 +297,22 @@ TEST_F(ModuleResource, SurvivesStrip) {
     EXPECT_TRUE(Put(path, "TABLE", "Gauge", "more bytes"));
     const Loaded module(path);
     EXPECT_EQ(InMemory(module, "TABLE", "Gauge"), "more bytes");
+}
+
+// That program drops all that is not loaded, unless it is told to keep it.
+TEST_F(ModuleResource, SurvivesTheOtherStripOnlyWhenTold) {
+    if (Shell("llvm-strip --version") != 0) GTEST_SKIP() << "no llvm-strip here";
+    const std::string path = CopyWith("bytes");
+    const std::string kept = directory / "kept.so";
+    const std::string lost = directory / "lost.so";
+    const std::string strip = "llvm-strip --strip-all '" + path + "' -o ";
+    ASSERT_EQ(Shell(strip + "'" + kept + "' --keep-section=.ztrsrc"), 0);
+    EXPECT_EQ(InFile(kept, "TABLE", "Gauge"), "bytes");
+    EXPECT_EQ(InMemory(Loaded(kept), "TABLE", "Gauge"), "bytes");
+    ASSERT_EQ(Shell(strip + "'" + lost + "'"), 0);
+    ResourceFile file;
+    EXPECT_TRUE(file.Open(lost.c_str()));
+    EXPECT_FALSE(file.HasSection());
 }
 
 TEST_F(ModuleResource, IsSeenByTheToolsForObjectFiles) {

@@ -72,3 +72,10 @@ std::optional<ResourceRecord> ResourceFile::Find(std::string_view type, std::str
     const std::optional<DWORD> place = m_content->section.Find(type, name, language);
     return place ? GetAt(*place) : std::nullopt;
 }
+
+std::optional<ResourceRecord> ResourceFile::FindAny(std::string_view type,
+                                                    std::string_view name) const {
+    const std::optional<DWORD> place =
+        m_content->section.FindAny(type, name, defaultResourceLanguage);
+    return place ? GetAt(*place) : std::nullopt;
+}

@@ -46,6 +46,10 @@ public:
     std::optional<ResourceRecord> Find(std::string_view type, std::string_view name,
                                        WORD language = defaultResourceLanguage) const;
 
+    /// The same in any language: the one of language 1033, or else the one of the lowest
+    /// language, as the look-up in a loaded module takes it.
+    std::optional<ResourceRecord> FindAny(std::string_view type, std::string_view name) const;
+
 private:
     struct Content;
     std::unique_ptr<Content> m_content;

@@ -4,6 +4,8 @@
 #include <platform/base/LastError.h>
 #include <platform/modules/TestModules_test.hpp>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -188,6 +190,25 @@ TEST_F(ResourceUpdate, KeepsWhatStandsBehindTheModule) {
     EXPECT_TRUE(Runs(path));
 }
 
+TEST_F(ResourceUpdate, DoesNotMakeAFileWithSomethingBehindTheModuleGrowEachTime) {
+    const std::string path = Copy();
+    // The zeros at its end and in it are part of it.
+    const std::string trailer = "a trailer" + Repeated('\0', 40) + "ends" + Repeated('\0', 5);
+    MakeFile(path, BytesOf(path) + trailer);
+    EXPECT_TRUE(Put(path, "T", "n", Repeated('x', 1000)));
+    const auto size = std::filesystem::file_size(path);
+    for (int i = 0; i < 5; ++i) EXPECT_TRUE(Put(path, "T", "n", Repeated('x', 1000)));
+    EXPECT_EQ(std::filesystem::file_size(path), size);
+    EXPECT_THAT(BytesOf(path), HasSubstr(Repeated('x', 1000)));
+    const HANDLE update = BeginUpdateResourceA(path.c_str(), FALSE);
+    EXPECT_TRUE(UpdateResourceA(update, "T", "n", 1033, nullptr, 0));
+    EXPECT_TRUE(EndUpdateResourceA(update, FALSE));
+    EXPECT_THAT(BytesOf(path), Not(HasSubstr("xxx"))) << "what was taken away is gone";
+    EXPECT_THAT(BytesOf(path), HasSubstr(trailer));
+    EXPECT_LT(std::filesystem::file_size(path), size - 900);
+    EXPECT_TRUE(Runs(path));
+}
+
 TEST_F(ResourceUpdate, GivesAModuleWithoutSectionsItsFirst) {
     const std::string path = Copy();
     std::string bytes = BytesOf(path);
@@ -337,6 +358,27 @@ TEST_F(ResourceUpdate, FailsInTheEndIfTheFileBecameReadOnlyOrWentAway) {
     EXPECT_EQ(Files(), 0);
 }
 
+TEST_F(ResourceUpdate, DoesNotMakeAFileAgainThatGoesAwayWhileItWaits) {
+    const std::string path = CopyWith("old");
+    const HANDLE update = BeginUpdateResourceA(path.c_str(), FALSE);
+    // Another one has the file.
+    const int other = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(flock(other, LOCK_EX), 0);
+    BOOL ended = TRUE;
+    DWORD error = 0;
+    std::thread waiting([&] {
+        ended = EndUpdateResourceA(update, FALSE);
+        error = GetLastError();
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    std::filesystem::remove(path);
+    close(other);
+    waiting.join();
+    EXPECT_FALSE(ended);
+    EXPECT_EQ(error, DWORD{ENOENT});
+    EXPECT_EQ(Files(), 0);
+}
+
 TEST_F(ResourceUpdate, RefusesBadArguments) {
     const std::string path = CopyWith("stays");
     const HANDLE update = BeginUpdateResourceA(path.c_str(), FALSE);
@@ -453,6 +495,11 @@ TEST_F(ResourceUpdate, KilledAtAnyMomentLeavesTheOldModuleOrTheNew) {
         if (i % 20 == 0) {
             ASSERT_TRUE(Runs(path));
         }
+    }
+    // What a killed process leaves is told by its name.
+    for (const auto& entry : std::filesystem::directory_iterator(directory.Path())) {
+        const std::string name = entry.path().filename();
+        EXPECT_TRUE(name == "libnail.so" || name.starts_with(".new-")) << name;
     }
     EXPECT_GT(changed, 0) << "no child came as far as an update";
     EXPECT_TRUE(Runs(path));

@@ -82,6 +82,14 @@ struct TestModules : testing::Test {
         EXPECT_TRUE(Put(path, "TABLE", "Gauge", bytes));
         return path;
     }
+    /// The same of a module that has no record of an extension module, so that nothing is
+    /// kept of it before it is asked.
+    std::string PlainWith(std::string_view bytes, const std::string& name = "libplain.so") const {
+        const std::string path = directory / name;
+        std::filesystem::copy_file(ZT_PLAIN_MODULE, path);
+        EXPECT_TRUE(Put(path, "TABLE", "Gauge", bytes));
+        return path;
+    }
     /// How many files there are.
     std::ptrdiff_t Files() const {
         return std::distance(std::filesystem::directory_iterator(directory.Path()), {});

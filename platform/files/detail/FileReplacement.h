@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <platform/base/Export.h>
+
 #include <cstddef>
 #include <string>
 
@@ -12,9 +14,14 @@
 /// file is written to directly; a symbolic link stays one, and the file that it names is
 /// replaced. Without `Finish` the old file stays. Every operation answers 0 or the
 /// system's error number.
-class FileReplacement {
+///
+/// Until `Finish`, the new file has no name, so that nothing is left of it when the process
+/// is killed. While `Finish` runs, and from the start where the file system knows no files
+/// without names, its name begins with ".new-", and a process that is killed then leaves it.
+class ZTP_API FileReplacement {
 public:
-    FileReplacement() = default;
+    /// With `named`, the new file has a name from the start on every file system.
+    explicit FileReplacement(bool named = false) : m_named(named) {}
     FileReplacement(const FileReplacement&) = delete;
     FileReplacement& operator=(const FileReplacement&) = delete;
     ~FileReplacement();
@@ -34,6 +41,7 @@ private:
     int Name();
     int Close();
 
+    bool m_named;
     int m_file = -1;
     // Whether the path itself is written to.
     bool m_direct = false;

@@ -81,7 +81,7 @@ int FileReplacement::Open(const char* path) {
 // system has no such files, it has a name from the start.
 int FileReplacement::OpenBeside() {
     const std::string folder = FolderOf(m_path);
-    m_file = ::open(folder.c_str(), O_RDWR | O_TMPFILE | O_CLOEXEC, 0666);
+    if (!m_named) m_file = ::open(folder.c_str(), O_RDWR | O_TMPFILE | O_CLOEXEC, 0666);
     if (m_file >= 0) return 0;
     std::string name;
     m_file = UnderNewName(folder, name, [](const char* path) {

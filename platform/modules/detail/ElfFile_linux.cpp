@@ -255,19 +255,33 @@ private:
         return true;
     }
 
-    // Where the file is cut: behind all that stays, unless something stands behind that
-    // which nothing in the module tells of.
+    // Where the file is cut: behind the last byte that belongs to nothing that moves. Bytes
+    // that nothing in the module tells of are kept, unless all up to the next that moves
+    // are zero, as those are that align it.
     std::uint64_t Cut() const {
         std::uint64_t cut = 0;
         for (const Extent& extent : m_staying)
             if (extent.size != 0) cut = std::max(cut, extent.End());
         std::uint64_t at = cut;
         while (at < m_old.size()) {
-            const std::uint64_t next = BehindMoved(at);
-            if (next == at && m_old[at] != 0) return m_old.size();
-            at = std::max(next, at + 1);
+            const std::uint64_t behind = BehindMoved(at);
+            const std::uint64_t next = behind != at ? behind : NextMoved(at);
+            if (behind == at && !IsZero({at, next - at})) cut = next;
+            at = next;
         }
         return cut;
+    }
+    bool IsZero(const Extent& place) const {
+        const ByteView bytes = m_old.subspan(place.offset, place.size);
+        return std::all_of(bytes.begin(), bytes.end(), [](BYTE byte) { return byte == 0; });
+    }
+    // Where the next thing begins that moves and stands behind `at`; the end of the file if
+    // nothing does.
+    std::uint64_t NextMoved(std::uint64_t at) const {
+        std::uint64_t next = m_old.size();
+        for (const Extent& extent : m_moving)
+            if (extent.size != 0 && extent.offset > at) next = std::min(next, extent.offset);
+        return next;
     }
     // The end of what moves and stands at `at`; `at` itself if nothing does.
     std::uint64_t BehindMoved(std::uint64_t at) const {

@@ -10,10 +10,12 @@
 
 /// The file from which a module is loaded.
 struct LoadedFile {
-    /// Tells the file from all others for as long as it is open or mapped.
+    /// Tells the file from all others for as long as it is open or mapped. Its content may
+    /// change meanwhile.
     std::string identity;
-    /// Where it is now, by whatever name it was loaded; empty if another file has taken
-    /// its name, or if it has been removed.
+    /// By what path it can be opened now, whatever the name by which it was loaded; empty
+    /// if another file has taken its name, or if it has been removed. The program's own
+    /// file can always be opened.
     std::string path;
 };
 

@@ -1,4 +1,5 @@
 #include <link.h>
+#include <sys/auxv.h>
 #include <unistd.h>
 
 #include <platform/modules/detail/LoadedFile.h>
@@ -6,8 +7,10 @@
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <string_view>
+#include <system_error>
 
 namespace {
 
@@ -59,6 +62,19 @@ std::optional<Mapping> MappingAt(std::uintptr_t address) {
     return found;
 }
 
+// The file from which the program runs, under a name that lasts as long as the program.
+constexpr const char* programFile = "/proc/self/exe";
+
+// The system's name for the program's file is that of its loader if the program was
+// started by naming the loader.
+bool IsProgram(const Mapping& mapping) {
+    const auto head = static_cast<std::uintptr_t>(getauxval(AT_PHDR));
+    if (head < mapping.begin || head >= mapping.end) return false;
+    std::error_code failure;
+    const std::filesystem::path path = std::filesystem::read_symlink(programFile, failure);
+    return !failure && path.native() == mapping.path;
+}
+
 int ReadCountOfUnloads(dl_phdr_info* info, std::size_t, void* count) {
     *static_cast<unsigned long long*>(count) = info->dlpi_subs;
     return 1;
@@ -69,6 +85,7 @@ int ReadCountOfUnloads(dl_phdr_info* info, std::size_t, void* count) {
 std::optional<LoadedFile> LoadedFileOf(HMODULE module) {
     const std::optional<Mapping> mapping = MappingAt(reinterpret_cast<std::uintptr_t>(module));
     if (!mapping || mapping->path.empty() || mapping->path.front() != '/') return std::nullopt;
+    if (IsProgram(*mapping)) return LoadedFile{mapping->identity, programFile};
     bool there = false;
     const std::string path = WithoutMarkOfRemoval(mapping->path, &there);
     return LoadedFile{mapping->identity, there ? path : std::string()};

@@ -5,7 +5,9 @@
 #include <platform/modules/detail/LoadedResources.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <mutex>
+#include <system_error>
 #include <unordered_map>
 #include <vector>
 
@@ -18,17 +20,34 @@ struct KeptFile {
     // The count of unloads up to which the handle is known to stand for this file.
     unsigned long long checked = 0;
     FileMapping file;
+    // What was mapped before the file was written to in its place; bytes of it may still be
+    // in use.
+    std::vector<FileMapping> earlier;
     ResourceSection section;
     // Why there are no resources, or 0.
     int error = 0;
 };
 
-int ReadSection(ByteView file, ResourceSection& section) {
+int FindSection(ByteView file, ResourceSection& section) {
     const ElfSection found = FindElfSection(file, resourceSectionName);
     if (found.state == ElfSection::none) return ENOENT;
     if (found.state != ElfSection::found) return EBADMSG;
     section = ResourceSection(found.bytes);
     return section.Damage() ? EBADMSG : 0;
+}
+
+void ReadSection(KeptFile& kept) {
+    kept.section = ResourceSection();
+    kept.error = FindSection(kept.file.Bytes(), kept.section);
+    if (kept.error != 0) kept.section = ResourceSection();
+}
+
+// Whether the file is as long as it was when it was mapped. One that cannot be opened any
+// more is.
+bool HasItsLength(const KeptFile& kept, const LoadedFile& loaded) {
+    std::error_code failure;
+    const auto size = std::filesystem::file_size(loaded.path, failure);
+    return loaded.path.empty() || failure || size == kept.file.Bytes().size();
 }
 
 bool IsModule(HMODULE module) {
@@ -88,7 +107,23 @@ private:
         const auto known = m_files.find(module);
         if (known == m_files.end() || known->second.identity != loaded.identity)
             return Keep(module, loaded, unloads);
+        // The same file may have been unloaded, written to in its place and loaded again.
+        if (!HasItsLength(known->second, loaded)) return KeepAnew(module, loaded, unloads);
+        ReadSection(known->second);
         known->second.checked = unloads;
+        return 0;
+    }
+
+    int KeepAnew(HMODULE module, const LoadedFile& loaded, unsigned long long unloads) {
+        KeptFile before = std::move(m_files.at(module));
+        const int error = Keep(module, loaded, unloads);
+        KeptFile& now = m_files.at(module);
+        if (error != 0) {
+            now = std::move(before);
+            return error;
+        }
+        before.earlier.push_back(std::move(before.file));
+        now.earlier = std::move(before.earlier);
         return 0;
     }
 
@@ -101,11 +136,8 @@ private:
         if (!still || still->path != loaded.path) return ESTALE;
         kept.identity = loaded.identity;
         kept.checked = unloads;
-        kept.error = ReadSection(kept.file.Bytes(), kept.section);
-        if (kept.error != 0) {
-            kept.section = ResourceSection();
-            kept.file = FileMapping();
-        }
+        // Also a file without resources stays mapped, or another could take its identity.
+        ReadSection(kept);
         m_files.insert_or_assign(module, std::move(kept));
         return 0;
     }

@@ -14,8 +14,8 @@ public:
     ~LockedFile();
 
     /// Waits until nobody else holds the lock; 0, or the system's error number. A file
-    /// that must not be written to is refused (EACCES): one whose owner may not write is
-    /// read-only for everybody.
+    /// that goes away meanwhile is none (ENOENT). A file that must not be written to is
+    /// refused (EACCES): one whose owner may not write is read-only for everybody.
     int Open(const char* path);
 
     int Descriptor() const { return m_file; }

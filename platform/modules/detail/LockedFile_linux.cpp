@@ -37,13 +37,14 @@ LockedFile::~LockedFile() {
 
 int LockedFile::Open(const char* path) {
     struct stat status {};
+    // A file that has gone from its path meanwhile is looked for anew, and so missed.
     do {
         Close();
         m_file = open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
         if (m_file < 0 || fstat(m_file, &status) != 0) return errno;
         if (const int error = CheckWritable(path, status); error != 0) return error;
         WaitForLock(m_file);
-    } while (!IsFileOf(path, status) && access(path, F_OK) == 0);
+    } while (!IsFileOf(path, status));
     return 0;
 }
 

@@ -3,6 +3,7 @@
 #include <platform/files/CArchive.h>
 #include <platform/modules/AfxModuleEntry.h>
 #include <platform/modules/CDynLinkLibrary.h>
+#include <platform/modules/ModuleResource.h>
 #include <platform/object/CException.h>
 #include <platform/object/CFileException.h>
 
@@ -39,7 +40,15 @@ IMPLEMENT_DYNAMIC(TestNailException, CException)
 // Behind the classes, so that the start of the module finds them registered.
 const AfxModuleEntry entry(extension);
 
+// What the module finds in itself while it is being loaded.
+const DWORD sizeOfGaugeAtStart =
+    SizeofResource(extension.hModule, FindResourceA(extension.hModule, "Gauge", "TABLE"));
+
 }  // namespace
+
+extern "C" ZTP_API DWORD SizeOfGaugeAtStart() {
+    return sizeOfGaugeAtStart;
+}
 
 extern "C" ZTP_API void InitNailModule() {
     new CDynLinkLibrary(extension);
