@@ -4,7 +4,9 @@
 #include <zt/interfaces/IDictionary_ZT.h>
 #include <zt/interfaces/IIterator64.h>
 #include <zt/interfaces/IList64.h>
+#include <zt/interfaces/INotify.h>
 #include <zt/interfaces/IObject_ZT.h>
+#include <zt/interfaces/IQueryClient.h>
 #include <zt/interfaces/InterfaceIds.h>
 #include <zt/interfaces/ResultCodes.h>
 
@@ -32,7 +34,8 @@ namespace {
 template <class Interface>
 struct InterfaceDeclaration : testing::Test {};
 
-using AllInterfaces = testing::Types<IObject_ZT, IList64, IIterator64, IDictionary_ZT>;
+using AllInterfaces =
+    testing::Types<IObject_ZT, IList64, IIterator64, IDictionary_ZT, INotify, IQueryClient>;
 TYPED_TEST_SUITE(InterfaceDeclaration, AllInterfaces);
 
 TYPED_TEST(InterfaceDeclaration, IsATableOfOperationsAndNothingElse) {
