@@ -34,7 +34,9 @@
 #include <zt/interfaces/IDictionary_ZT.h>
 #include <zt/interfaces/IIterator64.h>
 #include <zt/interfaces/IList64.h>
+#include <zt/interfaces/INotify.h>
 #include <zt/interfaces/IObject_ZT.h>
+#include <zt/interfaces/IQueryClient.h>
 #include <zt/interfaces/InterfaceIds.h>
 #include <zt/interfaces/InterfacePart.h>
 #include <zt/interfaces/OIObj.h>
@@ -47,9 +49,17 @@
 #include <zt/memory/BufferEx.h>
 #include <zt/memory/HXBlob.h>
 #include <zt/memory/ResourceManager.h>
+#include <zt/modules/DynaModule.h>
+#include <zt/modules/MessageZt.h>
+#include <zt/modules/ModuleIds.h>
+#include <zt/modules/NotifyServer.h>
 #include <zt/modules/OpC.h>
 #include <zt/modules/QC.h>
 #include <zt/modules/QCObj.h>
+#include <zt/modules/RefMgr.h>
+#include <zt/modules/Reference.h>
+#include <zt/modules/TimerBasic.h>
+#include <zt/modules/TimerZt.h>
 #include <zt/numerics/Constants.h>
 #include <zt/numerics/CyclSegment.h>
 #include <zt/numerics/DoubleZT.h>
