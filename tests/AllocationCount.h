@@ -1,5 +1,6 @@
 /// @file
-/// The count of allocations in this test program, whose operator new counts.
+/// The count of allocations in this test program, whose operator new counts, and a time in
+/// which it ends.
 
 #pragma once
 
@@ -17,5 +18,23 @@ std::size_t AllocationsIn(Calls calls) {
     calls();
     return AllocationsSoFar() - before;
 }
+
+/// Lets `AllocationsSoFar` reach this number; every allocation after that finds no memory.
+/// Gives what was set before.
+std::size_t LimitAllocations(std::size_t most);
+
+/// While it lives, there is memory for `allocations` more, whatever their size, and for none
+/// after them.
+class MemoryFor {
+public:
+    explicit MemoryFor(std::size_t allocations)
+        : m_before(LimitAllocations(AllocationsSoFar() + allocations)) {}
+    MemoryFor(const MemoryFor&) = delete;
+    MemoryFor& operator=(const MemoryFor&) = delete;
+    ~MemoryFor() { LimitAllocations(m_before); }
+
+private:
+    std::size_t m_before;
+};
 
 }  // namespace testing_support

@@ -1,11 +1,14 @@
 /// @file
-/// Replaces the operator new of a test program by one that counts. Exactly one source of
-/// the program includes this file; all may include <tests/AllocationCount.h>.
+/// Replaces the operator new of a test program by one that counts, and that can be made to
+/// fail. Exactly one source of the program includes this file; all may include
+/// <tests/AllocationCount.h>.
 
 #pragma once
 
 #include <cstdlib>
+#include <limits>
 #include <new>
+#include <utility>
 
 #include <tests/AllocationCount.h>
 
@@ -13,9 +16,10 @@ namespace testing_support {
 namespace {
 
 std::size_t allocations = 0;
+std::size_t most_allocations = std::numeric_limits<std::size_t>::max();
 
 void* CountedOrNull(std::size_t size) noexcept {
-    ++allocations;
+    if (allocations++ >= most_allocations) return nullptr;
     return std::malloc(size != 0 ? size : 1);
 }
 
@@ -28,6 +32,10 @@ void* Counted(std::size_t size) {
 
 std::size_t AllocationsSoFar() {
     return allocations;
+}
+
+std::size_t LimitAllocations(std::size_t most) {
+    return std::exchange(most_allocations, most);
 }
 
 }  // namespace testing_support
