@@ -218,6 +218,23 @@ TEST_F(IDictionaryTest, SettersChangeWhatIsThereAndKeepItsDescription) {
     EXPECT_EQ(Count(), 1);
 }
 
+TEST_F(IDictionaryTest, SettersReplaceTheValueBefore) {
+    EXPECT_EQ(shown->SetDouble("d", 1), S_OK);
+    EXPECT_EQ(shown->SetDouble("d", 2), S_OK);
+    EXPECT_EQ(shown->GetDouble("d", &real), S_OK);
+    EXPECT_EQ(real, 2.0);
+    EXPECT_EQ(shown->SetString("s", "a"), S_OK);
+    EXPECT_EQ(shown->SetString("s", "b"), S_OK);
+    EXPECT_EQ(shown->GetString("s", &string), S_OK);
+    EXPECT_EQ(Taken(string), L"b");
+    EXPECT_EQ(shown->Set("v", COleVariant(1)), S_OK);
+    EXPECT_EQ(shown->Set("v", COleVariant(2.5)), S_OK);
+    EXPECT_EQ(shown->Get("v", &variant), S_OK);
+    EXPECT_EQ(variant.vt, VT_R8);
+    EXPECT_EQ(variant.dblVal, 2.5);
+    EXPECT_EQ(Count(), 3);
+}
+
 TEST_F(IDictionaryTest, SettersFailOnAnotherType) {
     const COleVariant five(5);
     bag.AddItem("i", eDictInt, "");
@@ -421,6 +438,12 @@ TEST_F(IDictionaryTest, InterfacesAreNeverCounted) {
     EXPECT_EQ(pointer, &object);
     EXPECT_EQ(object.count, 1u);
     EXPECT_EQ(other.count, 1u);
+}
+
+TEST_F(IDictionaryTest, AnInterfaceThatIsNullIsReadAsSuch) {
+    bag.AddItem("u", eDictInterface, "");
+    EXPECT_EQ(shown->GetInterface("u", &pointer), S_OK);
+    EXPECT_EQ(pointer, nullptr);
 }
 
 TEST_F(IDictionaryTest, ReadingAnInterfaceThatIsNotThereSucceeds) {

@@ -1,5 +1,7 @@
 #include <zt/dictionary/DictionaryZT.h>
 
+#include <platform/object/NewObject.h>
+
 #include <memory>
 
 namespace ZT {
@@ -47,13 +49,13 @@ bool DictionaryZT::AddItem(const char* name, EDictionaryType_ZT type, const char
 DictionaryZT::Item* DictionaryZT::CreateNewItem(EDictionaryType_ZT type) {
     switch (type) {
         case eDictString:
-            return new ItemString(type);
+            return AfxNewObject<ItemString>(type);
         case eDictVariant:
-            return new ItemVariant(type);
+            return AfxNewObject<ItemVariant>(type);
         case eDictInterface:
-            return new ItemInterface(type);
+            return AfxNewObject<ItemInterface>(type);
         default:
-            return new ItemBasic(type);
+            return AfxNewObject<ItemBasic>(type);
     }
 }
 

@@ -26,8 +26,11 @@ namespace ZT {
 /// another module can fill the bag freely.
 ///
 /// A null name is never found and never entered: the operations answer as for an absent name.
-/// Where one answers false, what it would have written stays as it was. Finding a name takes
-/// the same time however many entries there are, and allocates nothing.
+/// Those that would declare an absent one, `AddItem`, `SetBool2`, `SetInterface` and
+/// `SetPointer`, do nothing for a null one, and answer false if they answer. Where an operation
+/// answers false, what it would have written stays as it was. Finding a name takes the same time
+/// however many entries there are, and allocates nothing. An entry for which there is no memory
+/// raises the memory exception, and the table stays as it was.
 ///
 /// A dictionary lives by its reference count, which starts at 1; in by-value mode it starts at
 /// 0, and nothing but its owner ends it. It has no stored form.
@@ -94,12 +97,15 @@ public:
 
     /// Empty, with the option set.
     DictionaryZT() : DictionaryZT(true, false) {}
-    /// Empty. The library stores `bOption` for its clients and never reads it; `bByVal` is the
-    /// by-value mode.
+    /// Empty. The library stores `bOption` and never reads it, nor is there an operation that
+    /// does: it is a field for classes that derive from this one. `bByVal` is the by-value
+    /// mode.
     DictionaryZT(bool bOption, bool bByVal);
     ~DictionaryZT() override;
 
-    /// Destroys all items.
+    /// Destroys all items. The table is emptied only after the last one has ended: what an item
+    /// ends with itself, as the object of a variant whose last reference it held, must not use
+    /// this dictionary, which still has the names of items that are gone.
     void Clear();
 
     /// `IDictionary_ZT` and `IUnknown` give the part that shows this table, with a reference
@@ -188,6 +194,7 @@ public:
     }
     /// A copy of the variant. One that cannot be copied raises the OLE exception.
     bool Get(const char* name, COleVariant& out) const;
+    /// Stores a copy of the variant. One that cannot be copied raises the OLE exception.
     bool Set(const char* name, const COleVariant& value);
     /// @}
 

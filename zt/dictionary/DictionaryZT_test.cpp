@@ -35,6 +35,11 @@ struct Open : DictionaryZT {
     static constexpr std::size_t OptionOffset() { return offsetof(Open, m_bOption); }
 };
 
+// A map with its block size open.
+struct OpenMap : CMapStringToPtr {
+    static constexpr auto kBlock = &OpenMap::m_nBlockSize;
+};
+
 EDictionaryType_ZT Type(int number) {
     return static_cast<EDictionaryType_ZT>(number);
 }
@@ -147,6 +152,7 @@ TEST_F(DictionaryZTTest, StartsEmptyWithTheOptionAndOneReference) {
     EXPECT_FALSE(plain.m_bRefByVal);
     EXPECT_EQ(plain.GetRef(), 1u);
     EXPECT_TRUE(plain.m_map.IsEmpty());
+    EXPECT_EQ(plain.m_map.*OpenMap::kBlock, 10);
 }
 
 TEST_F(DictionaryZTTest, TakesOptionAndModeByTheConstructor) {
@@ -154,6 +160,7 @@ TEST_F(DictionaryZTTest, TakesOptionAndModeByTheConstructor) {
     EXPECT_FALSE(counted.m_bOption);
     EXPECT_FALSE(counted.m_bRefByVal);
     EXPECT_EQ(counted.GetRef(), 1u);
+    EXPECT_EQ(counted.m_map.*OpenMap::kBlock, 10);
     Open byValue(true, true);
     EXPECT_TRUE(byValue.m_bOption);
     EXPECT_TRUE(byValue.m_bRefByVal);

@@ -1,8 +1,9 @@
 /// @file
 /// The interface of a typed name/value table, and the types of its entries.
 ///
-/// A module that is handed such a table needs this header and the platform's component types,
-/// and nothing else of the library.
+/// A module that is handed such a table includes this header and is linked with the platform
+/// alone: of the library it needs no code, and of its headers only the two that this one
+/// includes, for the fundamental types and the identifiers.
 
 #pragma once
 

@@ -4,6 +4,8 @@
 #include <zt/interfaces/IDictionary_ZT.h>
 
 #include <cwchar>
+#include <set>
+#include <string>
 
 namespace {
 
@@ -42,6 +44,24 @@ bool HoldsPointers(ZT::IDictionary_ZT& bag, IUnknown* object, void* pointer) {
            variant.byref == pointer;
 }
 
+// The caller has a reference already.
+bool CountsReferences(ZT::IDictionary_ZT& bag) {
+    const ULONG with = bag.AddRef();
+    return with >= 2 && bag.Release() == with - 1;
+}
+
+// Whether each index has a name, and no other one the same.
+bool NamesDiffer(ZT::IDictionary_ZT& bag, int count) {
+    std::set<std::wstring> names;
+    for (int i = 0; i < count; ++i) {
+        BSTR name = nullptr;
+        if (bag.GetParamName(i, &name) != S_OK || name == nullptr) return false;
+        names.insert(name);
+        SysFreeString(name);
+    }
+    return names.size() == static_cast<std::size_t>(count);
+}
+
 bool HoldsEntries(ZT::IDictionary_ZT& bag, int count) {
     int all = 0;
     int type = 0;
@@ -78,7 +98,8 @@ extern "C" ZTP_API bool ReadDictionary(IUnknown* shown, int count, IUnknown* obj
     ZT::IDictionary_ZT* const bag = DictionaryOf(shown);
     if (bag == nullptr) return false;
     const bool holds = HoldsNumbers(*bag) && HoldsTexts(*bag) &&
-                       HoldsPointers(*bag, object, pointer) && HoldsEntries(*bag, count);
+                       HoldsPointers(*bag, object, pointer) && HoldsEntries(*bag, count) &&
+                       NamesDiffer(*bag, count) && CountsReferences(*bag);
     bag->Release();
     return holds;
 }
