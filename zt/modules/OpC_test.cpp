@@ -89,10 +89,16 @@ TEST(OpC, FieldsStandInTheirOrderBehindTheTable) {
 
 TEST(OpC, FieldsHaveTheirTypes) {
     static_assert(std::is_same_v<decltype(OpC::m_pszName), const char*>);
+    static_assert(std::is_same_v<decltype(OpC::m_pszText), const char*>);
     static_assert(std::is_same_v<decltype(OpC::m_nWord1), std::uint64_t>);
+    static_assert(std::is_same_v<decltype(OpC::m_nWord2), std::uint64_t>);
+    static_assert(std::is_same_v<decltype(OpC::m_nWord3), std::uint64_t>);
     static_assert(std::is_same_v<decltype(OpC::m_pModuleId), _GUID*>);
+    static_assert(std::is_same_v<decltype(OpC::m_nValue), std::uint32_t>);
+    static_assert(std::is_same_v<decltype(OpC::m_blockA), std::uint64_t[5]>);
     static_assert(std::is_same_v<decltype(OpC::m_flagsA), unsigned char[3]>);
     static_assert(std::is_same_v<decltype(OpC::m_nSelect), std::int32_t>);
+    static_assert(std::is_same_v<decltype(OpC::m_blockB), std::uint64_t[5]>);
     static_assert(std::is_same_v<decltype(OpC::m_tail), std::uint32_t[5]>);
     static_assert(std::has_virtual_destructor_v<OpC>);
 }

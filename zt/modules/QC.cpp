@@ -1,5 +1,6 @@
 #include <zt/modules/QC.h>
 
+#include <platform/object/NewObject.h>
 #include <zt/dictionary/DictionaryZT.h>
 
 #include <algorithm>
@@ -45,6 +46,7 @@ void QC::Construct() {
 }
 
 void QC::CopyNoID(const QC& other) {
+    if (this == &other) return;
     m_nKey = other.m_nKey;
     m_nQueryKind = other.m_nQueryKind;
     m_pFound = other.m_pFound;
@@ -65,7 +67,7 @@ void QC::SetBool(const char* name, bool value) {
 }
 
 DictionaryZT* QC::GetNamedParams(bool bCreate) {
-    if (bCreate && m_pNamedParams == nullptr) m_pNamedParams = new DictionaryZT();
+    if (bCreate && m_pNamedParams == nullptr) m_pNamedParams = AfxNewObject<DictionaryZT>();
     return m_pNamedParams;
 }
 

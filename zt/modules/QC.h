@@ -80,20 +80,24 @@ public:
     /// The option of this name; `eUnknown` if it was not set as a bool.
     ETri GetBool(const char* name) const;
     /// Sets the option of this name. Nothing happens to a parameter of that name which has
-    /// another type, nor for a null name.
+    /// another type. A null name sets nothing. The dictionary is made in each case, if there
+    /// is none.
     void SetBool(const char* name, bool value);
     /// The named parameters; null if there are none, unless `bCreate` makes them. They stay the
-    /// record's own.
+    /// record's own. Where there is no memory for them the memory exception is raised, and the
+    /// record stays without.
     DictionaryZT* GetNamedParams(bool bCreate);
 
     /// What queries call objects of this type; `eQcNone` where they have no name for it.
     static EObjecType EObjectTypeToQc(EObjectType type);
 
-    _GUID* m_pModuleId = nullptr;    ///< The module addressed, not owned; null for any.
-    uint64 m_nKey = 0;               ///< For the modules.
-    ulong m_nQueryKind = 0;          ///< The kind of question.
-    const _GUID* m_pIID = nullptr;   ///< The interface asked for, not owned; null for none.
-    uint64 m_pFound = 0;             ///< What was found. Any but 0 ends an offer to all.
+    _GUID* m_pModuleId = nullptr;   ///< The module addressed, not owned; null for any.
+    uint64 m_nKey = 0;              ///< For the modules.
+    ulong m_nQueryKind = 0;         ///< The kind of question.
+    const _GUID* m_pIID = nullptr;  ///< The interface asked for, not owned; null for none.
+    /// What was found. An offer to all modules ends at the first that answers true with
+    /// any but 0 in here; neither the answer nor the number alone ends it.
+    uint64 m_pFound = 0;
     uint64 m_pResult = 0;            ///< For the modules.
     EObjecType m_objType = eQcNone;  ///< The kind of object concerned.
     ulong m_nObjSub = 0;             ///< For the modules.

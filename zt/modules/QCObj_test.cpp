@@ -34,7 +34,11 @@ TEST(QCObj, FieldsStandInTheirOrder) {
     EXPECT_EQ(sizeof(QCObj), 32u);
     static_assert(!std::is_polymorphic_v<QCObj>);
     static_assert(sizeof(QCObj::EQueryType) == 4);
+    static_assert(std::is_same_v<decltype(QCObj::m_eQuery), QCObj::EQueryType>);
     static_assert(std::is_same_v<decltype(QCObj::m_nIndex), std::int32_t>);
+    static_assert(std::is_same_v<decltype(QCObj::m_pObject), void*>);
+    static_assert(std::is_same_v<decltype(QCObj::m_nTag), std::uint32_t>);
+    static_assert(std::is_same_v<decltype(QCObj::m_pExtra), void*>);
 }
 
 TEST(QCObj, StartsWithItsDefaults) {

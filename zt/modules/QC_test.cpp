@@ -21,6 +21,11 @@ _GUID otherModule = {2, 2, 3, {}};
 const _GUID interfaceId = {4, 5, 6, {}};
 const _GUID otherInterface = {5, 5, 6, {}};
 
+// A dictionary with its option open.
+struct Open : DictionaryZT {
+    static constexpr auto kOption = &Open::m_bOption;
+};
+
 // Other values than the defaults in every field but the dictionary.
 void Fill(QC& qc) {
     qc.m_pModuleId = &module;
@@ -100,11 +105,18 @@ TEST(QC, FieldsStandInTheirOrderBehindTheTable) {
 TEST(QC, FieldsHaveTheirTypes) {
     static_assert(std::is_same_v<decltype(QC::m_pModuleId), _GUID*>);
     static_assert(std::is_same_v<decltype(QC::m_nKey), std::uint64_t>);
+    static_assert(std::is_same_v<decltype(QC::m_nQueryKind), std::uint32_t>);
     static_assert(std::is_same_v<decltype(QC::m_pIID), const _GUID*>);
     static_assert(std::is_same_v<decltype(QC::m_pFound), std::uint64_t>);
+    static_assert(std::is_same_v<decltype(QC::m_pResult), std::uint64_t>);
+    static_assert(std::is_same_v<decltype(QC::m_objType), QC::EObjecType>);
+    static_assert(std::is_same_v<decltype(QC::m_nObjSub), std::uint32_t>);
+    static_assert(std::is_same_v<decltype(QC::m_blockA), std::uint64_t[5]>);
     static_assert(std::is_same_v<decltype(QC::m_flagsA), unsigned char[6]>);
     static_assert(std::is_same_v<decltype(QC::m_nSelect), std::int32_t>);
+    static_assert(std::is_same_v<decltype(QC::m_blockB), std::uint64_t[5]>);
     static_assert(std::is_same_v<decltype(QC::m_tail), std::uint32_t[5]>);
+    static_assert(std::is_same_v<decltype(QC::m_pNamedParams), DictionaryZT*>);
     static_assert(sizeof(QC::EObjecType) == 4);
     static_assert(std::has_virtual_destructor_v<QC>);
 }
@@ -210,6 +222,14 @@ TEST(QC, CopyWithoutAddressLeavesModuleInterfaceAndDictionary) {
     EXPECT_EQ(params->GetRef(), 1u);
 }
 
+TEST(QC, CopyWithoutAddressOntoItselfChangesNothing) {
+    QC qc;
+    Fill(qc);
+    const QC before(qc);
+    qc.CopyNoID(qc);
+    EXPECT_THAT(Differing(qc, before), ElementsAre());
+}
+
 TEST(QC, SetsItsModule) {
     QC qc;
     qc.SetModuleId(&module);
@@ -246,6 +266,14 @@ TEST(QC, OptionsAreUnknownUntilTheyAreSet) {
     EXPECT_EQ(qc.m_pNamedParams->GetParamCount(eDictBool), 1);
 }
 
+TEST(QC, AnOptionWithoutNameIsNotSetButMakesTheDictionary) {
+    QC qc;
+    qc.SetBool(nullptr, true);
+    ASSERT_NE(qc.m_pNamedParams, nullptr);
+    EXPECT_EQ(qc.m_pNamedParams->GetParamCount(eDictNone), 0);
+    EXPECT_EQ(qc.GetBool(nullptr), eUnknown);
+}
+
 TEST(QC, OptionsLeaveParametersOfOtherTypes) {
     QC qc;
     qc.GetNamedParams(true)->AddItem("size", eDictInt, "");
@@ -261,6 +289,7 @@ TEST(QC, MakesNamedParametersOnce) {
     DictionaryZT* const params = qc.GetNamedParams(true);
     ASSERT_NE(params, nullptr);
     EXPECT_EQ(params->GetRef(), 1u);
+    EXPECT_TRUE(params->*Open::kOption);
     EXPECT_EQ(qc.GetNamedParams(true), params);
     EXPECT_EQ(qc.GetNamedParams(false), params);
     EXPECT_EQ(params->GetRef(), 1u);
