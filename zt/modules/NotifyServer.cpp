@@ -8,6 +8,16 @@
 
 namespace ZT {
 
+namespace {
+
+// Tells a client. If it raises something, the entry that stands in its place by then is to be
+// removed.
+inline bool Hears(INotify* client, void* message) {
+    return EndsWell([=] { client->Notify(message); });
+}
+
+}  // namespace
+
 NotifyServer::NotifyServer() = default;
 
 NotifyServer::~NotifyServer() {
@@ -18,18 +28,6 @@ NotifyServer::~NotifyServer() {
         SetAt(i, nullptr);
         if (record) record->m_pClient->Release();
     }
-}
-
-// The record at an index of a masked server; null if there was no memory for it.
-NotifyServer::ClientRec* NotifyServer::RecordAt(INT_PTR i) const {
-    return static_cast<ClientRec*>(GetAt(i));
-}
-
-// The client at an index; null if there was no memory for its record.
-INotify* NotifyServer::ClientAt(INT_PTR i) const {
-    void* const entry = GetAt(i);
-    if (!m_bMasked || entry == nullptr) return static_cast<INotify*>(entry);
-    return static_cast<ClientRec*>(entry)->m_pClient;
 }
 
 INotify* NotifyServer::GetNotify(int i) const {
@@ -83,18 +81,13 @@ void NotifyServer::RemoveEntry(INT_PTR i) {
     RemoveAt(i);
 }
 
-// Tells the client that stands at an index. If it raises something, the entry that stands there
-// by then is removed.
-void NotifyServer::Tell(INT_PTR i, INotify* client, void* message) {
-    if (!EndsWell([=] { client->Notify(message); })) RemoveEntry(i);
-}
-
 void NotifyServer::Notify(void* message) {
     if (!m_bEnabled) return;
     // Deliberately neither read again nor adjusted when a client leaves the list.
     const INT_PTR count = GetSize();
     for (INT_PTR i = 0; i < count; ++i) {
-        if (INotify* const client = ClientAt(i)) Tell(i, client, message);
+        INotify* const client = ClientAt(i);
+        if (client != nullptr && !Hears(client, message)) RemoveEntry(i);
     }
 }
 
@@ -104,7 +97,8 @@ void NotifyServer::Notify(void* message, ulong mask) {
     for (INT_PTR i = GetSize() - 1; i >= 0; --i) {
         const ClientRec* const record = RecordAt(i);
         if (record == nullptr) return;
-        if ((record->m_mask & mask) != 0) Tell(i, record->m_pClient, message);
+        if ((record->m_mask & mask) == 0) continue;
+        if (!Hears(record->m_pClient, message)) RemoveEntry(i);
     }
 }
 

@@ -86,9 +86,14 @@ public:
     bool m_bEnabled = true;      ///< Whether anything is sent.
 
 private:
-    ClientRec* RecordAt(INT_PTR i) const;
-    INotify* ClientAt(INT_PTR i) const;
-    void Tell(INT_PTR i, INotify* client, void* message);
+    // The record at an index of a masked server; null if there was no memory for it.
+    ClientRec* RecordAt(INT_PTR i) const { return static_cast<ClientRec*>(GetAt(i)); }
+    // The client at an index; null if there was no memory for its record.
+    INotify* ClientAt(INT_PTR i) const {
+        void* const entry = GetAt(i);
+        if (!m_bMasked || entry == nullptr) return static_cast<INotify*>(entry);
+        return static_cast<ClientRec*>(entry)->m_pClient;
+    }
     void RemoveEntry(INT_PTR i);
 };
 
