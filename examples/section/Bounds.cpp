@@ -11,7 +11,8 @@ ZT::RangeR1 Extent(const Facet& facet, Axis axis) {
 }
 
 Bounds::Bounds(const Mesh& mesh) {
-    for (const Facet& facet : mesh.m_facets) {
+    for (std::size_t i = 0; i < mesh.FacetCount(); ++i) {
+        const Facet facet = mesh.GetFacet(i);
         for (const Axis axis : {eAxisX, eAxisY, eAxisZ}) {
             m_axes[axis].Include(Extent(facet, axis));
         }

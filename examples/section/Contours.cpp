@@ -123,8 +123,8 @@ ContourFigures::ContourFigures(const ContourSet& contours) : ContourFigures() {
 double ContourCutter::ResolutionFor(const Mesh& mesh) {
     constexpr double kSinglePrecision = 1.0 / (1 << 24);
     float farthest = 0.0f;
-    for (const Facet& facet : mesh.m_facets) {
-        for (const Point& corner : facet) {
+    for (std::size_t i = 0; i < mesh.FacetCount(); ++i) {
+        for (const Point& corner : mesh.GetFacet(i)) {
             farthest = std::max({farthest, std::abs(corner[eAxisX]), std::abs(corner[eAxisY])});
         }
     }

@@ -47,8 +47,8 @@ Facing FacingOf(const Facet& facet) {
 }
 
 FacingCounts::FacingCounts(const Mesh& mesh) {
-    for (const Facet& facet : mesh.m_facets) {
-        switch (FacingOf(facet).m_eKind) {
+    for (std::size_t i = 0; i < mesh.FacetCount(); ++i) {
+        switch (FacingOf(mesh.GetFacet(i)).m_eKind) {
             case Facing::eSide:
                 ++m_nSide;
                 break;

@@ -80,9 +80,9 @@ TEST(FacingOf, IsFoundForFacetsOfEverySize) {
 }
 
 TEST(FacingCounts, TellTheKindsApart) {
-    Mesh mesh{test::Tetrahedron()};
-    mesh.m_facets.push_back({Point{0, 0, 0}, Point{0, 0, 0}, Point{1, 1, 1}});
-    const FacingCounts counts(mesh);
+    std::vector<Facet> facets = test::Tetrahedron();
+    facets.push_back({Point{0, 0, 0}, Point{0, 0, 0}, Point{1, 1, 1}});
+    const FacingCounts counts{Mesh(facets)};
     EXPECT_EQ(counts.m_nSide, 3u);
     EXPECT_EQ(counts.m_nHorizontal, 1u);
     EXPECT_EQ(counts.m_nDegenerate, 1u);

@@ -129,9 +129,9 @@ ZT::RangeInt Layers::CoverOf(const ZT::Grid1D& grid, const ZT::RangeR1& extent) 
 std::vector<ZT::RangeInt> Layers::CoversOf(const Mesh& mesh) const {
     const ZT::Grid1D grid(m_height.m_min, m_height.m_max, Count());
     std::vector<ZT::RangeInt> covers;
-    covers.reserve(mesh.m_facets.size());
-    for (const Facet& facet : mesh.m_facets) {
-        covers.push_back(CoverOf(grid, Extent(facet, eAxisZ)));
+    covers.reserve(mesh.FacetCount());
+    for (std::size_t i = 0; i < mesh.FacetCount(); ++i) {
+        covers.push_back(CoverOf(grid, Extent(mesh.GetFacet(i), eAxisZ)));
     }
     return covers;
 }

@@ -69,9 +69,9 @@ ScanLines Layers::LinesIn(const Bounds& bounds) const {
 void Layers::MeasureSections(const Mesh& mesh, const Bounds& bounds) {
     const std::vector<ZT::RangeInt> covers = CoversOf(mesh);
     std::vector<Facing> facings;
-    facings.reserve(mesh.m_facets.size());
-    for (const Facet& facet : mesh.m_facets) {
-        facings.push_back(FacingOf(facet));
+    facings.reserve(mesh.FacetCount());
+    for (std::size_t i = 0; i < mesh.FacetCount(); ++i) {
+        facings.push_back(FacingOf(mesh.GetFacet(i)));
     }
     m_nScanLines = static_cast<ZT::uint64>(ScanLines::CountFor(m_layers.size()));
     const ScanLines lines = LinesIn(bounds);

@@ -103,7 +103,7 @@ std::string LayersDifference(const Layers& a, const Layers& b) {
 
 Model::Model(const std::string& source, const Mesh& mesh, const Cut& cut)
     : m_source(Printable(source)),
-      m_nFacets(mesh.m_facets.size()),
+      m_nFacets(mesh.FacetCount()),
       m_bounds(mesh),
       m_facings(mesh),
       m_layers(m_bounds.m_axes[eAxisZ], cut) {

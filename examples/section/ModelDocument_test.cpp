@@ -162,14 +162,13 @@ TEST_F(ModelDocument, ComesBackWithinSixDigitsWhateverTheNumbers) {
                          [](const auto& parts) {
                              return std::ldexp(static_cast<float>(parts.first), parts.second);
                          });
-        Mesh mesh;
-        mesh.m_facets.resize(*rc::gen::inRange<std::size_t>(1, 10));
-        for (Facet& facet : mesh.m_facets) {
+        std::vector<Facet> facets(*rc::gen::inRange<std::size_t>(1, 10));
+        for (Facet& facet : facets) {
             for (Point& corner : facet) {
                 corner = {*coordinate, *coordinate, *coordinate};
             }
         }
-        const Model model("a.stl", mesh, Cut{.m_count = *rc::gen::inRange(1, 50)});
+        const Model model("a.stl", facets, Cut{.m_count = *rc::gen::inRange(1, 50)});
         StoreModel(model, m_path);
         RC_ASSERT(FirstDifference(model, LoadModel(m_path)) == "");
     }));

@@ -13,13 +13,13 @@ Model Tetrahedron(const std::string& source = "a.stl", int layers = 4) {
 
 /// The tetrahedron, made larger by `factor`.
 Model Scaled(float factor) {
-    Mesh mesh{test::Tetrahedron()};
-    for (Facet& facet : mesh.m_facets) {
+    std::vector<Facet> facets = test::Tetrahedron();
+    for (Facet& facet : facets) {
         for (Point& corner : facet) {
             corner[eAxisX] *= factor;
         }
     }
-    return Model("a.stl", mesh, Cut{.m_count = 4});
+    return Model("a.stl", facets, Cut{.m_count = 4});
 }
 
 TEST(Model, MeasuresAndCutsAMesh) {
@@ -46,17 +46,17 @@ TEST(FirstDifference, NamesWhatDiffers) {
     EXPECT_EQ(FirstDifference(Tetrahedron(), Tetrahedron("a.stl", 8)), "number of layers");
     EXPECT_EQ(FirstDifference(Tetrahedron(), Scaled(2)), "bounds along x");
 
-    Mesh mesh{test::Tetrahedron()};
-    mesh.m_facets.push_back(mesh.m_facets.back());
-    EXPECT_EQ(FirstDifference(Tetrahedron(), Model("a.stl", mesh, Cut{.m_count = 4})),
+    std::vector<Facet> facets = test::Tetrahedron();
+    facets.push_back(facets.back());
+    EXPECT_EQ(FirstDifference(Tetrahedron(), Model("a.stl", facets, Cut{.m_count = 4})),
               "number of facets");
 }
 
 /// The tetrahedron with one facet more.
 Model With(const Facet& facet) {
-    Mesh mesh{test::Tetrahedron()};
-    mesh.m_facets.push_back(facet);
-    return Model("a.stl", mesh, Cut{.m_count = 4});
+    std::vector<Facet> facets = test::Tetrahedron();
+    facets.push_back(facet);
+    return Model("a.stl", facets, Cut{.m_count = 4});
 }
 
 TEST(FirstDifference, NamesWhatDiffersInALayer) {
@@ -76,16 +76,16 @@ TEST(FirstDifference, NamesWhatDiffersInALayer) {
 TEST(FirstDifference, NamesWhatDiffersInTheMaterialOfALayer) {
     // The same contours, one of them moved over the other: what is carried differs.
     const auto tower = [](float shift) {
-        Mesh mesh{test::Cube()};
+        std::vector<Facet> facets = test::Cube();
         for (Facet facet : test::Cube()) {
             for (Point& corner : facet) {
                 corner[eAxisX] += shift;
                 corner[eAxisZ] += 1;
             }
-            mesh.m_facets.push_back(facet);
+            facets.push_back(facet);
         }
-        mesh.m_facets.push_back({Point{-2, -2, 0}, Point{2, 2, 0}, Point{2, -2, 0}});
-        return Model("a.stl", mesh, Cut{.m_step = 1.0});
+        facets.push_back({Point{-2, -2, 0}, Point{2, 2, 0}, Point{2, -2, 0}});
+        return Model("a.stl", facets, Cut{.m_step = 1.0});
     };
     EXPECT_EQ(FirstDifference(tower(0.25f), tower(-0.25f)), "");
     EXPECT_EQ(FirstDifference(tower(0.25f), tower(0.5f)), "material of layer 2");
@@ -94,15 +94,15 @@ TEST(FirstDifference, NamesWhatDiffersInTheMaterialOfALayer) {
 TEST(FirstDifference, NamesWhatDiffersInTheReachOfALayer) {
     // A post in the hole of a ring or beside the ring, on the same scan lines.
     const auto post = [](float x) {
-        Mesh mesh{test::Ring()};
+        std::vector<Facet> facets = test::Ring();
         for (Facet facet : test::Walls(0.25f)) {
             for (Point& corner : facet) {
                 corner[eAxisX] += x;
             }
-            mesh.m_facets.push_back(facet);
+            facets.push_back(facet);
         }
-        mesh.m_facets.push_back({Point{-3, -3, 0}, Point{3, 3, 0}, Point{3, -3, 0}});
-        return Model("a.stl", mesh, Cut{.m_step = 1.0});
+        facets.push_back({Point{-3, -3, 0}, Point{3, 3, 0}, Point{3, -3, 0}});
+        return Model("a.stl", facets, Cut{.m_step = 1.0});
     };
     EXPECT_EQ(FirstDifference(post(0), post(0)), "");
     EXPECT_EQ(FirstDifference(post(0), post(2)), "reach of layer 1");

@@ -52,7 +52,7 @@ struct Result {
 Result Work(const fs::path& path, const Cut& cut, ProgressLine& progress) {
     const Mesh mesh = ReadMesh(path, progress);
     const std::string name = Printable(path.filename().string());
-    progress.Stage("cutting " + name + ", " + std::to_string(mesh.m_facets.size()) + " facets");
+    progress.Stage("cutting " + name + ", " + std::to_string(mesh.FacetCount()) + " facets");
     Model model(path.string(), mesh, cut);
     progress.Stage("drawing " + name);
     std::string picture = DrawModel(model, mesh);

@@ -100,10 +100,9 @@ TEST(Report, LeavesOutTheMiddleOfManyLayers) {
 }
 
 TEST(Report, TellsALayerThatNothingMeets) {
-    Mesh mesh = Standing(1);
-    mesh.m_facets[0] = {Point{0, 0, 0}, Point{0, 0, 0.1f}, Point{0, 0, 0}};
-    mesh.m_facets.push_back({Point{0, 0, 1}, Point{0, 0, 1}, Point{0, 0, 1}});
-    EXPECT_THAT(Printed(mesh, Cut{.m_count = 4}),
+    const std::vector<Facet> facets{{Point{0, 0, 0}, Point{0, 0, 0.1f}, Point{0, 0, 0}},
+                                    {Point{0, 0, 1}, Point{0, 0, 1}, Point{0, 0, 1}}};
+    EXPECT_THAT(Printed(facets, Cut{.m_count = 4}),
                 HasSubstr(" 0                none     0     0      0.00000       -\n"));
 }
 

@@ -13,7 +13,7 @@ SectionCutter::SectionCutter(const Mesh& mesh, const Bounds& bounds, const ScanL
 ContourSet SectionCutter::ContoursOf(const std::vector<std::size_t>& met, double height) const {
     ContourCutter cutter(height, m_resolution);
     for (const std::size_t facet : met) {
-        cutter.Add(m_mesh.m_facets[facet]);
+        cutter.Add(m_mesh.GetFacet(facet));
     }
     return cutter.TakeContours();
 }

@@ -71,18 +71,18 @@ private:
 
 /// The building with at least `count` facets, bent so that no facet is a plain one.
 Mesh MeshOf(std::size_t count) {
-    Mesh mesh{Building().m_facets};
-    while (mesh.m_facets.size() < count) {
-        mesh.m_facets = Halved(mesh.m_facets);
+    std::vector<Facet> facets = Building().m_facets;
+    while (facets.size() < count) {
+        facets = Halved(facets);
     }
-    for (Facet& facet : mesh.m_facets) {
+    for (Facet& facet : facets) {
         for (Point& corner : facet) {
             corner[eAxisX] += 0.1f * std::sin(3 * corner[eAxisZ]);
             corner[eAxisY] += 0.05f * std::sin(7 * corner[eAxisX]);
             corner[eAxisZ] += 0.02f * std::sin(5 * corner[eAxisY]);
         }
     }
-    return mesh;
+    return facets;
 }
 
 void WholeJob(benchmark::State& state) {
@@ -91,7 +91,7 @@ void WholeJob(benchmark::State& state) {
         const Model model("building.stl", mesh, Cut());
         benchmark::DoNotOptimize(DrawModel(model, mesh));
     }
-    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(mesh.m_facets.size()));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(mesh.FacetCount()));
 }
 
 BENCHMARK(WholeJob)

@@ -12,6 +12,7 @@
 
 #include "section/BlockInput.h"
 #include "section/Failure.h"
+#include "section/MeshBuilder.h"
 #include "section/Number.h"
 
 namespace section {
@@ -186,7 +187,7 @@ Facet ReadFacet(Words& words) {
 }
 
 /// A solid whose opening word has been read.
-void ReadSolid(Words& words, Mesh& mesh) {
+void ReadSolid(Words& words, MeshBuilder& mesh) {
     words.SkipLine();
     for (;;) {
         const std::string_view word = words.Next();
@@ -196,15 +197,13 @@ void ReadSolid(Words& words, Mesh& mesh) {
         if (!IsWord(word, "facet")) {
             throw Unexpected(words, "facet", word);
         }
-        mesh.m_facets.push_back(ReadFacet(words));
+        mesh.Add(ReadFacet(words));
     }
     words.SkipLine();
 }
 
 Mesh ReadAscii(BlockInput& in) {
-    constexpr std::uint64_t kUsualFacetText = 256;
-    Mesh mesh;
-    mesh.m_facets.reserve(static_cast<std::size_t>(in.Length() / kUsualFacetText));
+    MeshBuilder mesh;
     Words words(in);
     for (std::string_view word = words.Next(); !word.empty(); word = words.Next()) {
         if (!IsWord(word, "solid")) {
@@ -212,10 +211,11 @@ Mesh ReadAscii(BlockInput& in) {
         }
         ReadSolid(words, mesh);
     }
-    if (mesh.m_facets.empty()) {
+    Mesh read = mesh.Take();
+    if (read.FacetCount() == 0) {
         throw words.Fails("the file ends without a facet");
     }
-    return mesh;
+    return read;
 }
 
 // --------------------------------------------------------------- binary files
@@ -269,19 +269,21 @@ void CheckFinite(const Facet& facet, std::uint64_t offset) {
 Mesh ReadBinary(BlockInput& in) {
     const std::string_view header = in.Peek(kHeaderSize);
     CheckHeader(header, in.Length());
-    Mesh mesh;
-    mesh.m_facets.resize(static_cast<std::size_t>(FacetCount(header)));
+    const std::uint64_t count = FacetCount(header);
+    MeshBuilder mesh;
     in.Skip(kHeaderSize);
-    for (Facet& facet : mesh.m_facets) {
+    for (std::uint64_t i = 0; i < count; ++i) {
         const std::string_view record = in.Peek(kRecordSize);
         if (record.size() < kRecordSize) {
             throw FailsAt(in.Offset() + record.size(), "the file ends within a facet");
         }
+        Facet facet;
         std::memcpy(&facet, record.data() + kCornersInRecord, sizeof facet);
         CheckFinite(facet, in.Offset() + kCornersInRecord);
+        mesh.Add(facet);
         in.Skip(kRecordSize);
     }
-    return mesh;
+    return mesh.Take();
 }
 
 // ------------------------------------------------------------ which of the two

@@ -27,7 +27,7 @@ using ReadProgress = std::function<void(std::uint64_t done, std::uint64_t total)
 /// which the file is no STL file, is cut off, or has a coordinate that is no
 /// finite number of single precision; and for a file without any facet.
 ///
-/// The file is read in blocks, so that only the facets are held in memory.
+/// The file is read in blocks, so that only the mesh is held in memory.
 Mesh ReadStl(std::istream& in, std::uint64_t length, const ReadProgress& progress = {});
 
 /// The mesh in the file at `path`. Throws `Failure` as `ReadStl` does, with the

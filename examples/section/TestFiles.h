@@ -86,6 +86,15 @@ inline std::string AsciiStl(const std::vector<Facet>& facets) {
     return text.str();
 }
 
+/// The facets of `mesh` one by one.
+inline std::vector<Facet> FacetsOf(const Mesh& mesh) {
+    std::vector<Facet> facets;
+    for (std::size_t i = 0; i < mesh.FacetCount(); ++i) {
+        facets.push_back(mesh.GetFacet(i));
+    }
+    return facets;
+}
+
 /// A closed tetrahedron with corners at the origin and at 1, 2 and 4 on the
 /// axes x, y and z.
 inline std::vector<Facet> Tetrahedron() {
