@@ -73,8 +73,12 @@ function(zt_library name)
   endforeach()
   add_library(${name} SHARED ${sources})
   add_library(ZT::${name} ALIAS ${name})
+  # The libraries lie side by side in the build tree, too. A path of the build tree would be
+  # filled up with empty entries, which stand for the current directory: a module that is
+  # loaded by a plain name would be looked for there.
   set_target_properties(${name} PROPERTIES
-    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE CXX)
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE CXX
+    BUILD_WITH_INSTALL_RPATH TRUE)
   target_compile_features(${name} PUBLIC cxx_std_20)
   # The order of the operations in an expression is part of the interface, also
   # where a client inlines it.
