@@ -10,12 +10,12 @@
 /// (`MAKEINTRESOURCEA`) is the text of "#" and its digits.
 ///
 /// The bytes are those of the file from which the module was loaded, for as long as the
-/// module is loaded, whatever becomes of the file. Two things end that: whoever writes
-/// into the file in its place changes the bytes, as he changes the module's code, and a
-/// module that the program did not load by `AfxLoadLibrary` or one of its kin has the
-/// bytes from the first look-up on: once another process has put another file in its
-/// place before that, nothing is found (ESTALE). A damaged section answers as an absent
-/// one (EBADMSG).
+/// module is loaded, whatever becomes of the file. Two things end that. Whoever writes
+/// into the file in its place changes the bytes, as he changes the module's code. And a
+/// module has the bytes only from its first look-up on if it is neither the program itself
+/// nor one that `AfxLoadLibrary` or one of its kin has loaded or `AfxInitExtensionModule`
+/// has started: once another process has put another file in its place before that, nothing
+/// is found (ESTALE). A damaged section answers as an absent one (EBADMSG).
 
 #pragma once
 

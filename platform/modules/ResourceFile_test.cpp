@@ -55,6 +55,18 @@ TEST_F(ResourceFileOf, ModuleFindsAResource) {
     EXPECT_EQ(InFile(path, "TABLE", "Gauge", 7), "(none)");
 }
 
+TEST_F(ResourceFileOf, ModuleFindsEnglishOrElseTheLowestLanguage) {
+    const std::string path = CopyWith("english");
+    ASSERT_TRUE(Put(path, "TABLE", "Gauge", "german", 7));
+    ASSERT_TRUE(Put(path, "TABLE", "Screw", "french", 12));
+    ASSERT_TRUE(Put(path, "TABLE", "Screw", "german", 7));
+    ResourceFile file;
+    ASSERT_TRUE(file.Open(path.c_str()));
+    EXPECT_EQ(file.FindAny("TABLE", "gauge")->language, 1033);
+    EXPECT_EQ(file.FindAny("TABLE", "Screw")->language, 7);
+    EXPECT_EQ(file.FindAny("TABLE", "Nail"), std::nullopt);
+}
+
 TEST_F(ResourceFileOf, ModuleThatIsReplacedStaysAsItWasOpened) {
     const std::string path = CopyWith("old");
     ResourceFile file;

@@ -1,6 +1,7 @@
 // Lists, reads and changes the resources in a module's file.
 
 #include <platform/base/LastError.h>
+#include <platform/files/detail/FileReplacement.h>
 #include <platform/modules/ResourceFile.h>
 #include <platform/modules/ResourceUpdate.h>
 
@@ -9,6 +10,7 @@
 #include <filesystem>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -20,7 +22,8 @@ constexpr const char* usage =
     "usage: ztres list MODULE\n"
     "       ztres get MODULE TYPE NAME [FILE] [--language N]\n"
     "       ztres put MODULE TYPE NAME FILE [--language N]\n"
-    "       ztres remove MODULE TYPE NAME [--language N]\n";
+    "       ztres remove MODULE TYPE NAME [--language N]\n"
+    "       ztres help\n";
 
 constexpr const char* help =
     "\n"
@@ -32,10 +35,13 @@ constexpr const char* help =
     "  put      adds the bytes of FILE, or replaces the resource by them\n"
     "  remove   takes the resource away\n"
     "\n"
-    "  --language N   the language's number; 1033 if it is not given\n"
+    "  --language N   the language's number; without it 1033, for get the lowest\n"
+    "                 language if there is none of 1033\n"
     "\n"
     "The module is not loaded, and a change leaves it as it was or changes it whole.\n"
     "Exit status: 0 if all is well, 1 for a failure, 2 for wrong arguments.\n";
+
+constexpr const char* cannotWrite = "cannot write";
 
 // Wrong arguments.
 struct UsageError : std::runtime_error {
@@ -50,8 +56,11 @@ struct Failure : std::runtime_error {
 // The arguments without the options.
 struct Arguments {
     std::vector<std::string> words;
-    WORD language = defaultResourceLanguage;
+    std::optional<WORD> language;
+    bool help = false;
 
+    // The language of a change.
+    WORD OneLanguage() const { return language.value_or(defaultResourceLanguage); }
     const std::string& Module() const { return words[1]; }
     const char* Type() const { return words[2].c_str(); }
     const char* Name() const { return words[3].c_str(); }
@@ -73,6 +82,10 @@ Arguments Parse(const std::vector<std::string>& given) {
             arguments.words.insert(arguments.words.end(), word + 1, given.end());
             return arguments;
         }
+        if (*word == "--help" || *word == "-h") {
+            arguments.help = true;
+            return arguments;
+        }
         if (word->size() < 2 || word->front() != '-') {
             arguments.words.push_back(*word);
             continue;
@@ -84,9 +97,10 @@ Arguments Parse(const std::vector<std::string>& given) {
     return arguments;
 }
 
-std::string Address(const Arguments& arguments) {
-    return arguments.words[2] + '/' + arguments.words[3] + " in language " +
-           std::to_string(arguments.language);
+[[noreturn]] void ThrowMissing(const Arguments& arguments, std::optional<WORD> language) {
+    const std::string of = language ? "language " + std::to_string(*language) : "any language";
+    throw Failure(arguments.Module() + ": no " + arguments.words[2] + '/' + arguments.words[3] +
+                  " in " + of + " in section .ztrsrc");
 }
 
 void Open(ResourceFile& file, const std::string& path) {
@@ -97,53 +111,65 @@ void Open(ResourceFile& file, const std::string& path) {
     throw Failure(path + ": " + what + ": " + SystemErrorText(GetLastError()));
 }
 
+void Print(ByteView bytes) {
+    const bool printed = std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size();
+    if (!printed || std::fflush(stdout) != 0) ThrowSystemFailure("standard output", cannotWrite);
+}
+
+void Print(const std::string& text) {
+    Print({reinterpret_cast<const BYTE*>(text.data()), text.size()});
+}
+
+void Help(const Arguments&) {
+    Print(std::string(usage) + help);
+}
+
 void List(const Arguments& arguments) {
     ResourceFile file;
     Open(file, arguments.Module());
+    std::string lines;
     for (DWORD i = 0; i < file.GetCount(); ++i) {
         const ResourceRecord record = file.GetAt(i).value_or(ResourceRecord());
-        std::printf("%.*s\t%.*s\t%u\t%zu\n", static_cast<int>(record.type.size()),
-                    record.type.data(), static_cast<int>(record.name.size()), record.name.data(),
-                    unsigned{record.language}, record.bytes.size());
+        lines.append(record.type).append("\t").append(record.name).append("\t");
+        lines += std::to_string(record.language) + '\t' + std::to_string(record.bytes.size());
+        lines += '\n';
     }
+    Print(lines);
     if (!file.HasSection())
         std::fprintf(stderr, "ztres: %s: no section .ztrsrc\n", arguments.Module().c_str());
 }
 
-void Write(ByteView bytes, std::FILE* file, const std::string& path) {
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-    if (!written || std::fflush(file) != 0) ThrowSystemFailure(path, "cannot write");
+// A file that is there keeps its content if the new one cannot be written whole.
+void WriteFile(ByteView bytes, const std::string& path) {
+    FileReplacement file;
+    int error = file.Open(path.c_str());
+    if (error == 0) error = file.Write(bytes.data(), bytes.size());
+    if (error == 0) error = file.Finish();
+    if (error == 0) return;
+    SetLastError(static_cast<DWORD>(error));
+    ThrowSystemFailure(path, cannotWrite);
 }
 
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-// A device stays.
-void RemoveHalfWritten(const std::string& path) {
-    std::error_code failure;
-    if (std::filesystem::is_regular_file(path, failure)) std::filesystem::remove(path, failure);
+std::optional<ResourceRecord> Find(const ResourceFile& file, const Arguments& arguments) {
+    return arguments.language ? file.Find(arguments.Type(), arguments.Name(), *arguments.language)
+                              : file.FindAny(arguments.Type(), arguments.Name());
 }
 
 void Get(const Arguments& arguments) {
     ResourceFile file;
     Open(file, arguments.Module());
-    const auto found = file.Find(arguments.Type(), arguments.Name(), arguments.language);
-    if (!found)
-        throw Failure(arguments.Module() + ": no " + Address(arguments) + " in section .ztrsrc");
-    if (arguments.words.size() == 4) return Write(found->bytes, stdout, "standard output");
+    const auto found = Find(file, arguments);
+    if (!found) ThrowMissing(arguments, arguments.language);
+    if (arguments.words.size() == 4) return Print(found->bytes);
     const std::string& path = arguments.words[4];
     std::error_code failure;
     if (std::filesystem::equivalent(path, arguments.Module(), failure))
-        throw Failure(path + ": cannot write: this is the module itself");
-    const std::unique_ptr<std::FILE, CloseFile> out(std::fopen(path.c_str(), "wbe"));
-    if (!out) ThrowSystemFailure(path, "cannot write");
-    try {
-        Write(found->bytes, out.get(), path);
-    } catch (const Failure&) {
-        RemoveHalfWritten(path);
-        throw;
-    }
+        throw Failure(path + ": " + cannotWrite + ": this is the module itself");
+    WriteFile(found->bytes, path);
 }
 
 std::string Content(const std::string& path) {
@@ -165,8 +191,9 @@ void Change(const Arguments& arguments, const char* bytes, std::size_t size) {
     const std::string what = "cannot change section .ztrsrc";
     const HANDLE update = BeginUpdateResourceA(arguments.Module().c_str(), FALSE);
     if (!update) ThrowSystemFailure(arguments.Module(), what);
-    const bool put = UpdateResourceA(update, arguments.Type(), arguments.Name(), arguments.language,
-                                     bytes, static_cast<DWORD>(size)) != FALSE;
+    const bool put =
+        UpdateResourceA(update, arguments.Type(), arguments.Name(), arguments.OneLanguage(), bytes,
+                        static_cast<DWORD>(size)) != FALSE;
     const DWORD error = GetLastError();
     if (EndUpdateResourceA(update, !put) && put) return;
     if (!put) SetLastError(error);
@@ -183,8 +210,8 @@ void PutIn(const Arguments& arguments) {
 void Remove(const Arguments& arguments) {
     ResourceFile file;
     Open(file, arguments.Module());
-    if (!file.Find(arguments.Type(), arguments.Name(), arguments.language))
-        throw Failure(arguments.Module() + ": no " + Address(arguments) + " in section .ztrsrc");
+    if (!file.Find(arguments.Type(), arguments.Name(), arguments.OneLanguage()))
+        ThrowMissing(arguments, arguments.OneLanguage());
     Change(arguments, nullptr, 0);
 }
 
@@ -197,13 +224,12 @@ struct Command {
 };
 
 constexpr Command commands[] = {
-    {"list", 2, 2, List},
-    {"get", 4, 5, Get},
-    {"put", 5, 5, PutIn},
-    {"remove", 4, 4, Remove},
+    {"list", 2, 2, List},     {"get", 4, 5, Get},   {"put", 5, 5, PutIn},
+    {"remove", 4, 4, Remove}, {"help", 1, 2, Help},
 };
 
 void Run(const Arguments& arguments) {
+    if (arguments.help) return Help(arguments);
     if (arguments.words.empty()) throw UsageError("no command");
     for (const Command& command : commands) {
         if (arguments.words[0] != command.name) continue;
@@ -221,10 +247,6 @@ void Run(const Arguments& arguments) {
 
 int main(int count, char** values) {
     const std::vector<std::string> given(values + 1, values + count);
-    if (given.size() == 1 && (given[0] == "--help" || given[0] == "-h")) {
-        std::printf("%s%s", usage, help);
-        return 0;
-    }
     try {
         Run(Parse(given));
         return 0;

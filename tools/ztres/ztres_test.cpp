@@ -103,10 +103,25 @@ TEST_F(Ztres, TakesWordsBehindTwoDashesAsTheyStand) {
     EXPECT_EQ(On("list").out, "--type\t-n\t1033\t1\n");
 }
 
+TEST_F(Ztres, TakesTheLowestLanguageWhenNoneIsNamedAndThereIsNoEnglish) {
+    ASSERT_EQ(On("put", "T n --language 12 " + File("french")).status, 0);
+    ASSERT_EQ(On("put", "T n --language 7 " + File("german")).status, 0);
+    EXPECT_EQ(On("get", "T n").out, "german");
+    EXPECT_TRUE(FailsWith(On("get", "T n --language 1033"), 1,
+                          "ztres: " + module + ": no T/n in language 1033 in section .ztrsrc"));
+    ASSERT_EQ(On("put", "T n " + File("english")).status, 0) << "a change is of 1033";
+    EXPECT_EQ(On("get", "T n").out, "english");
+    EXPECT_EQ(On("remove", "T n").status, 0);
+    EXPECT_EQ(On("list").out, "T\tn\t7\t6\nT\tn\t12\t6\n");
+    EXPECT_TRUE(FailsWith(On("remove", "T n"), 1,
+                          "ztres: " + module + ": no T/n in language 1033 in section .ztrsrc"));
+}
+
 TEST_F(Ztres, HelpsWithUsageAndCommands) {
-    for (const char* option : {"--help", "-h"}) {
+    for (const char* option : {"--help", "-h", "help", "list --help", "get -h", "help list"}) {
         const Ran ran = Run(option);
-        EXPECT_EQ(ran.status, 0);
+        EXPECT_EQ(ran.status, 0) << option;
+        EXPECT_EQ(ran.errors, "");
         EXPECT_THAT(ran.out, StartsWith("usage: ztres list MODULE\n"));
         for (const char* word : {"get", "put", "remove", "--language N", "Exit status"})
             EXPECT_THAT(ran.out, HasSubstr(word));
@@ -136,7 +151,7 @@ TEST_F(Ztres, RefusesWrongArguments) {
 
 TEST_F(Ztres, TellsWhatIsNotThere) {
     EXPECT_TRUE(FailsWith(On("get", "T n"), 1,
-                          "ztres: " + module + ": no T/n in language 1033 in section .ztrsrc"));
+                          "ztres: " + module + ": no T/n in any language in section .ztrsrc"));
     EXPECT_TRUE(FailsWith(On("remove", "T n --language 7"), 1,
                           "ztres: " + module + ": no T/n in language 7 in section .ztrsrc"));
     const std::string no = directory / "no";
@@ -159,6 +174,30 @@ TEST_F(Ztres, RefusesWhatIsNoModule) {
         EXPECT_TRUE(FailsWith(Run(command), 1, line)) << command;
     }
     EXPECT_EQ(BytesOf(text), "This is a text.");
+}
+
+TEST_F(Ztres, RefusesAModuleThatIsCutOff) {
+    ASSERT_EQ(On("put", "T n " + File("x")).status, 0);
+    const std::string cut = BytesOf(module).substr(0, 5000);
+    MakeFile(module, cut);
+    const std::string damage = "ztres: " + module +
+                               ": section .ztrsrc is damaged: it, or the table of sections, "
+                               "reaches out of the file";
+    EXPECT_TRUE(FailsWith(On("list"), 1, damage));
+    EXPECT_TRUE(FailsWith(On("get", "T n"), 1, damage));
+    EXPECT_TRUE(FailsWith(On("put", "T n " + File("y")), 1, damage));
+    EXPECT_TRUE(FailsWith(On("remove", "T n"), 1, damage));
+    EXPECT_TRUE(BytesOf(module) == cut);
+}
+
+TEST_F(Ztres, ChangesTheProgramThatRuns) {
+    const std::string own = directory / "own";
+    std::filesystem::copy_file(ZTRES_PROGRAM, own);
+    const std::string line = Quoted(own) + " put " + Quoted(own) + " T n " + File("in itself");
+    ASSERT_EQ(std::system(line.c_str()), 0);
+    EXPECT_EQ(Run("get " + Quoted(own) + " T n").out, "in itself");
+    EXPECT_EQ(std::system((Quoted(own) + " help >" + Quoted(directory / "out")).c_str()), 0)
+        << "it still runs";
 }
 
 TEST_F(Ztres, RefusesADamagedSection) {
@@ -196,6 +235,19 @@ TEST_F(Ztres, TellsThatTheOutputCannotBeWritten) {
     EXPECT_TRUE(std::filesystem::exists("/dev/full")) << "a device is not taken away";
 }
 
+TEST_F(Ztres, TellsThatTheStandardOutputCannotBeWritten) {
+    ASSERT_EQ(On("put", "T n " + File("x")).status, 0);
+    const std::string line = "ztres: standard output: cannot write: No space left on device\n";
+    const std::string errors = directory / "errors";
+    for (const std::string& arguments :
+         {"list " + Quoted(module), "get " + Quoted(module) + " T n", std::string("help")}) {
+        const int status = std::system(
+            (Quoted(ZTRES_PROGRAM) + ' ' + arguments + " >/dev/full 2>" + Quoted(errors)).c_str());
+        EXPECT_EQ(WEXITSTATUS(status), 1) << arguments;
+        EXPECT_EQ(BytesOf(errors), line) << arguments;
+    }
+}
+
 TEST_F(Ztres, DoesNotWriteOverTheModule) {
     ASSERT_EQ(On("put", "T n " + File("x")).status, 0);
     const std::string before = BytesOf(module);
@@ -206,16 +258,24 @@ TEST_F(Ztres, DoesNotWriteOverTheModule) {
 
 TEST_F(Ztres, LeavesNoOutputHalfWritten) {
     ASSERT_EQ(On("put", "T n " + File(std::string(100'000, 'x'))).status, 0);
-    const std::string got = directory / "got";
-    const Ran ran = Run("get " + Quoted(module) + " T n " + Quoted(got));
-    EXPECT_EQ(std::filesystem::file_size(got), 100'000u);
-    const int status =
-        std::system(("trap '' XFSZ; ulimit -f 20; " + Quoted(ZTRES_PROGRAM) + " get " +
-                     Quoted(module) + " T n " + Quoted(got) + " 2>" + Quoted(directory / "errors"))
-                        .c_str());
-    EXPECT_EQ(WEXITSTATUS(status), 1);
-    EXPECT_EQ(BytesOf(directory / "errors"), "ztres: " + got + ": cannot write: File too large\n");
-    EXPECT_FALSE(std::filesystem::exists(got));
+    const std::string folder = directory / "folder";
+    std::filesystem::create_directory(folder);
+    const std::string there = folder + "/there";
+    MakeFile(there, "old");
+    const std::string fresh = folder + "/fresh";
+    for (const std::string& got : {there, fresh}) {
+        const int status = std::system(("trap '' XFSZ; ulimit -f 20; " + Quoted(ZTRES_PROGRAM) +
+                                        " get " + Quoted(module) + " T n " + Quoted(got) + " 2>" +
+                                        Quoted(directory / "errors"))
+                                           .c_str());
+        EXPECT_EQ(WEXITSTATUS(status), 1);
+        EXPECT_EQ(BytesOf(directory / "errors"),
+                  "ztres: " + got + ": cannot write: File too large\n");
+    }
+    EXPECT_EQ(BytesOf(there), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1);
+    EXPECT_EQ(On("get", "T n " + Quoted(there)).status, 0);
+    EXPECT_TRUE(BytesOf(there) == std::string(100'000, 'x'));
 }
 
 namespace {
