@@ -26,11 +26,15 @@ class HXBlob;
 /// | 3 | the calling module is not found by its path |
 /// | 4 | the module handle is null |
 /// | 5 | the module has no such resource |
-/// | 6, 7 | the resource could not be read |
-/// | 10 | the module file could not be loaded |
-/// | 11 | the module had to be loaded, and the resource in it is missing or empty |
+/// | 6, 7 | the resource could not be read; what is found can be read on this system, so neither
+/// occurs | | 10 | the module file could not be loaded | | 11 | the module had to be loaded, and
+/// the resource in it is missing or empty |
 ///
 /// `HXBlob::LoadResource` adds 8 for a null type and 9 for a null name.
+///
+/// A file is named by its path. Mind that a `file` without a slash is no path to a load,
+/// which takes the loaded module of that name or searches as the system does for libraries,
+/// while a write takes the file of the current directory: give it as "./name" to both.
 ///
 /// The bytes of a module that stays loaded belong to that module: they can only be read,
 /// nobody frees them, and they go away with it. docs/resources.md tells how they are kept.
@@ -58,14 +62,15 @@ public:
     /// with array `delete`, and the module is unloaded again. `pbTemporary` may be null for
     /// a module that is known to be loaded; with a copy nobody is then told to free it.
     /// Hazards: with a null `file` nothing is written to `*pbTemporary`, so start it at
-    /// false; after code 11 the module stays loaded, for good.
+    /// false; after code 11 the module stays loaded, for good, as it does when the memory
+    /// for the copy is missing, which raises the memory exception.
     static unsigned char* LoadResource(const char* file, const char* name, const char* type,
                                        unsigned int& nSize, bool* pbTemporary);
 
     /// Copies a resource of the calling module into `blob`, whose old block is freed.
     /// False if `name` or `type` is null, and then nothing changes, or if the load fails:
     /// the size of the blob then holds the failure code while the block stays as it was,
-    /// so the blob must not be read.
+    /// so the blob must not be read. Want of memory raises the memory exception.
     bool LoadResource(const char* name, const char* type, HXBlob& blob);
 
     /// Writes the bytes of `blob` as a resource of language 1033 into a module file; its

@@ -4,6 +4,9 @@
 #include <platform/modules/ModuleResource.h>
 #include <platform/modules/ResourceFile.h>
 #include <platform/modules/ResourceUpdate.h>
+#include <platform/object/CMemoryException.h>
+#include <tests/NoMemory.h>
+#include <tests/Raises.h>
 #include <zt/memory/HXBlob.h>
 #include <zt/memory/ResourceManager.h>
 #include <platform/files/TestDirectory_test.hpp>
@@ -245,6 +248,48 @@ TEST_F(ResourceManagerOn, FileThatCannotBeLoadedIsCode10) {
         EXPECT_EQ(size, 10u) << path;
         EXPECT_FALSE(temporary);
     }
+}
+
+TEST_F(ResourceManagerOn, CopyWithoutMemoryRaisesTheMemoryException) {
+    ASSERT_TRUE(Write(file, "Large", "TABLE", std::string(5000, 'x')));
+    temporary = true;
+    {
+        const testing_support::NoMemory none(4999);
+        EXPECT_TRUE(testing_support::Raises<CMemoryException>([&] { FromFile("Large", "TABLE"); }));
+    }
+    EXPECT_FALSE(temporary);
+    EXPECT_TRUE(IsLoaded());
+    const Calling calling(GetModuleHandleA(file.c_str()));
+    HXBlob blob = BlobOf("block");
+    {
+        const testing_support::NoMemory none(4999);
+        EXPECT_TRUE(testing_support::Raises<CMemoryException>(
+            [&] { ResourceManager().LoadResource("Large", "TABLE", blob); }));
+    }
+    EXPECT_TRUE(ResourceManager().LoadResource("Large", "TABLE", blob)) << "there is memory again";
+    EXPECT_EQ(Text(blob.m_pData, blob.m_nSize), std::string(5000, 'x'));
+    blob.Delete();
+}
+
+TEST_F(ResourceManagerOn, PlainNameIsAFileToAWriteAndNoneToALoad) {
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(directory.Path());
+    HXBlob blob = BlobOf("9 8 7");
+    EXPECT_TRUE(blob.WriteResource("Gauge", "TABLE", "libgauge.so"));
+    EXPECT_EQ(InFile(file, "Gauge", "TABLE"), "9 8 7");
+    HXBlob read;
+    EXPECT_EQ(read.LoadResource("Gauge", "TABLE", "libgauge.so"), 10u);
+    EXPECT_EQ(read.LoadResource("Gauge", "TABLE", "./libgauge.so"), 0u);
+    EXPECT_EQ(Text(read.m_pData, read.m_nSize), "9 8 7");
+    const HMODULE module = Load();
+    HXBlob of;
+    EXPECT_EQ(of.LoadResource("Gauge", "TABLE", "libgauge.so"), 0u) << "a loaded module's name";
+    EXPECT_EQ(Text(of.m_pData, of.m_nSize), "9 8 7");
+    FreeLibrary(module);
+    std::filesystem::current_path(before);
+    of.Delete();
+    read.Delete();
+    blob.Delete();
 }
 
 TEST_F(ResourceManagerOn, BlobIsFilledFromTheCallingModule) {
