@@ -37,8 +37,12 @@
 #include <zt/interfaces/INotify.h>
 #include <zt/interfaces/IObject_ZT.h>
 #include <zt/interfaces/IQueryClient.h>
+#include <zt/interfaces/IRefMap_ZT.h>
 #include <zt/interfaces/InterfaceIds.h>
 #include <zt/interfaces/InterfacePart.h>
+#include <zt/interfaces/ListOI.h>
+#include <zt/interfaces/ListParts.h>
+#include <zt/interfaces/MapOI.h>
 #include <zt/interfaces/OIObj.h>
 #include <zt/interfaces/Object_ZtOI.h>
 #include <zt/interfaces/ResultCodes.h>

@@ -35,36 +35,6 @@ bool HXVoidPtrList::IsInRangeCyclic(POSITION pos, POSITION, POSITION to) {
     return pos != to;
 }
 
-HRESULT HXVoidPtrList::XIterator::GetCount(std::int64_t* count) {
-    if (count == nullptr) return DISP_E_PARAMNOTOPTIONAL;
-    *count = Owner().HXVoidPtrList::GetCount();
-    return S_OK;
-}
-
-HRESULT HXVoidPtrList::XIterator::GetHeadPosition(POSITION* position) {
-    if (position == nullptr) return DISP_E_PARAMNOTOPTIONAL;
-    *position = Owner().GetStartPosition(true);
-    return S_OK;
-}
-
-HRESULT HXVoidPtrList::XIterator::GetNext(POSITION* position) {
-    if (position == nullptr || *position == nullptr) return DISP_E_PARAMNOTOPTIONAL;
-    Owner().Next(*position, true);
-    return S_OK;
-}
-
-HRESULT HXVoidPtrList::XIterator::GetTailPosition(POSITION* position) {
-    if (position == nullptr) return DISP_E_PARAMNOTOPTIONAL;
-    *position = Owner().GetStartPosition(false);
-    return S_OK;
-}
-
-HRESULT HXVoidPtrList::XIterator::GetPrev(POSITION* position) {
-    if (position == nullptr || *position == nullptr) return DISP_E_PARAMNOTOPTIONAL;
-    Owner().Next(*position, false);
-    return S_OK;
-}
-
 HRESULT HXVoidPtrList::XList::GetIterator(IIterator64** iterator) {
     if (iterator == nullptr) return DISP_E_PARAMNOTOPTIONAL;
     HXVoidPtrList& list = Owner();
@@ -74,13 +44,8 @@ HRESULT HXVoidPtrList::XList::GetIterator(IIterator64** iterator) {
 }
 
 HRESULT HXVoidPtrList::XList::GetAt(POSITION position, IUnknown** element) {
-    if (element == nullptr) return S_OK;
-    if (position == nullptr) return DISP_E_PARAMNOTOPTIONAL;
     HXVoidPtrList& list = Owner();
-    // What the list holds as an object is an interface pointer, if anything can be called on it.
-    *element = reinterpret_cast<IUnknown*>(list.GetAtVirt(position));
-    if (list.m_bInterfaces && *element != nullptr) (*element)->AddRef();
-    return S_OK;
+    return GiveElement(list, list.m_bInterfaces, position, element);
 }
 
 }  // namespace ZT

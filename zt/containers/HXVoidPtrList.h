@@ -5,9 +5,7 @@
 
 #include <zt/containers/CyclicPtrList.h>
 #include <zt/frame/ZT.h>
-#include <zt/interfaces/IIterator64.h>
-#include <zt/interfaces/IList64.h>
-#include <zt/interfaces/InterfacePart.h>
+#include <zt/interfaces/ListParts.h>
 
 namespace ZT {
 
@@ -76,15 +74,10 @@ public:
     static bool IsInRangeCyclic(POSITION pos, POSITION from, POSITION to);
 
 protected:
-    class XIterator final : public InterfacePart<XIterator, HXVoidPtrList, IIterator64> {
+    class XIterator final : public IteratorPart<XIterator, HXVoidPtrList> {
     public:
         static auto Place() { return &HXVoidPtrList::m_xIterator; }
-
-        HRESULT GetCount(std::int64_t* count) override;
-        HRESULT GetHeadPosition(POSITION* position) override;
-        HRESULT GetNext(POSITION* position) override;
-        HRESULT GetTailPosition(POSITION* position) override;
-        HRESULT GetPrev(POSITION* position) override;
+        static const CPtrList& ListOf(const HXVoidPtrList& object) { return object; }
     };
 
     class XList final : public InterfacePart<XList, HXVoidPtrList, IList64> {

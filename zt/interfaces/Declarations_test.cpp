@@ -7,6 +7,7 @@
 #include <zt/interfaces/INotify.h>
 #include <zt/interfaces/IObject_ZT.h>
 #include <zt/interfaces/IQueryClient.h>
+#include <zt/interfaces/IRefMap_ZT.h>
 #include <zt/interfaces/InterfaceIds.h>
 #include <zt/interfaces/ResultCodes.h>
 
@@ -34,8 +35,8 @@ namespace {
 template <class Interface>
 struct InterfaceDeclaration : testing::Test {};
 
-using AllInterfaces =
-    testing::Types<IObject_ZT, IList64, IIterator64, IDictionary_ZT, INotify, IQueryClient>;
+using AllInterfaces = testing::Types<IObject_ZT, IList64, IIterator64, IDictionary_ZT, INotify,
+                                     IQueryClient, IRefMap_ZT>;
 TYPED_TEST_SUITE(InterfaceDeclaration, AllInterfaces);
 
 TYPED_TEST(InterfaceDeclaration, IsATableOfOperationsAndNothingElse) {
