@@ -338,6 +338,13 @@ TEST(AddedResource, OfTheProgramIsThatOfTheCallingModule) {
     EXPECT_EQ(std::string(bytes, bytes + size), greeting);
 }
 
+// What the module is linked anew for.
+TEST(AddedResource, IsNeededToLinkItsModule) {
+    const std::string needs = std::string(ZTRES_TEST_MODULE_NEEDS) + '|';
+    EXPECT_THAT(needs, HasSubstr("/testdata/greeting.txt|"));
+    EXPECT_THAT(needs, HasSubstr("/testdata/gruss.txt|"));
+}
+
 TEST_F(Ztres, SeesWhatTheBuildAdded) {
     const Ran ran = Run("list '" ZTRES_TEST_MODULE "'");
     EXPECT_EQ(ran.out,
