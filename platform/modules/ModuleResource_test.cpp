@@ -36,6 +36,16 @@ int Shell(const std::string& command) {
     return std::system((command + " >/dev/null 2>&1").c_str());
 }
 
+// Loads a module past the platform and answers its resource.
+std::string OnceLoaded(const std::string& path) {
+    void* const handle = dlopen(path.c_str(), RTLD_NOW);
+    const HMODULE module = GetModuleHandleA(path.c_str());
+    SetLastError(0);
+    const std::string bytes = InMemory(module, "TABLE", "Gauge");
+    if (handle) dlclose(handle);
+    return bytes == "(none)" ? "error " + std::to_string(GetLastError()) : bytes;
+}
+
 }  // namespace
 
 using ModuleResource = TestModules;
@@ -217,16 +227,6 @@ TEST_F(ModuleResource, IsKeptWhenTheProgramItselfReplacesTheFile) {
     ASSERT_TRUE(Put(path, "TABLE", "Gauge", "new"));
     EXPECT_EQ(InMemory(module, "TABLE", "Gauge"), "old");
     dlclose(handle);
-}
-
-// Loads a module past the platform and answers its resource.
-std::string OnceLoaded(const std::string& path) {
-    void* const handle = dlopen(path.c_str(), RTLD_NOW);
-    const HMODULE module = GetModuleHandleA(path.c_str());
-    SetLastError(0);
-    const std::string bytes = InMemory(module, "TABLE", "Gauge");
-    if (handle) dlclose(handle);
-    return bytes == "(none)" ? "error " + std::to_string(GetLastError()) : bytes;
 }
 
 TEST_F(ModuleResource, IsReadAnewFromAFileThatWasWrittenToBetweenTwoLoads) {
