@@ -31,6 +31,10 @@
 #include <zt/frame/TypeZT.h>
 #include <zt/frame/ZT.h>
 #include <zt/frame/ZTObject.h>
+#include <zt/interfaces/Array2OI.h>
+#include <zt/interfaces/IArray.h>
+#include <zt/interfaces/IArray2.h>
+#include <zt/interfaces/IArray_PW.h>
 #include <zt/interfaces/IDictionary_ZT.h>
 #include <zt/interfaces/IIterator64.h>
 #include <zt/interfaces/IList64.h>
@@ -46,6 +50,7 @@
 #include <zt/interfaces/OIObj.h>
 #include <zt/interfaces/Object_ZtOI.h>
 #include <zt/interfaces/ResultCodes.h>
+#include <zt/interfaces/VariantArrayOperations.h>
 #include <zt/memory/BlobCached.h>
 #include <zt/memory/BlobSet.h>
 #include <zt/memory/BlobSetPtr.h>

@@ -1,6 +1,9 @@
 // What a module needs that only knows interfaces: these headers and the platform's component
 // types. Nothing else of the library or the platform may stand above the names below.
 
+#include <zt/interfaces/IArray.h>
+#include <zt/interfaces/IArray2.h>
+#include <zt/interfaces/IArray_PW.h>
 #include <zt/interfaces/IDictionary_ZT.h>
 #include <zt/interfaces/IIterator64.h>
 #include <zt/interfaces/IList64.h>
@@ -36,7 +39,7 @@ template <class Interface>
 struct InterfaceDeclaration : testing::Test {};
 
 using AllInterfaces = testing::Types<IObject_ZT, IList64, IIterator64, IDictionary_ZT, INotify,
-                                     IQueryClient, IRefMap_ZT>;
+                                     IQueryClient, IRefMap_ZT, IArray, IArray2, IArray_PW>;
 TYPED_TEST_SUITE(InterfaceDeclaration, AllInterfaces);
 
 TYPED_TEST(InterfaceDeclaration, IsATableOfOperationsAndNothingElse) {
