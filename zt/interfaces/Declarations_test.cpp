@@ -4,12 +4,15 @@
 #include <zt/interfaces/IArray.h>
 #include <zt/interfaces/IArray2.h>
 #include <zt/interfaces/IArray_PW.h>
+#include <zt/interfaces/IBlob.h>
+#include <zt/interfaces/IDataContext.h>
 #include <zt/interfaces/IDictionary_ZT.h>
 #include <zt/interfaces/IIterator64.h>
 #include <zt/interfaces/IList64.h>
 #include <zt/interfaces/INotify.h>
 #include <zt/interfaces/IObject_ZT.h>
 #include <zt/interfaces/IQueryClient.h>
+#include <zt/interfaces/IRange.h>
 #include <zt/interfaces/IRefMap_ZT.h>
 #include <zt/interfaces/InterfaceIds.h>
 #include <zt/interfaces/ResultCodes.h>
@@ -38,8 +41,9 @@ namespace {
 template <class Interface>
 struct InterfaceDeclaration : testing::Test {};
 
-using AllInterfaces = testing::Types<IObject_ZT, IList64, IIterator64, IDictionary_ZT, INotify,
-                                     IQueryClient, IRefMap_ZT, IArray, IArray2, IArray_PW>;
+using AllInterfaces =
+    testing::Types<IObject_ZT, IList64, IIterator64, IDictionary_ZT, INotify, IQueryClient,
+                   IRefMap_ZT, IArray, IArray2, IArray_PW, IBlob, IDataContext, IRange>;
 TYPED_TEST_SUITE(InterfaceDeclaration, AllInterfaces);
 
 TYPED_TEST(InterfaceDeclaration, IsATableOfOperationsAndNothingElse) {
