@@ -6,6 +6,7 @@
 #include <zt/numerics/Constants.h>
 
 #include "section/Failure.h"
+#include "section/Input.h"
 #include "section/Number.h"
 
 namespace section {
@@ -36,10 +37,14 @@ void SetFolder(Options& options, const std::string& value) {
         throw Misuse("--out takes the name of a folder");
     }
     options.m_folder = value;
+    options.m_bFolder = true;
 }
 
 void SetRead(Options& options, const std::string&) {
     options.m_bRead = true;
+}
+void SetWithoutInput(Options& options, const std::string&) {
+    options.m_bInput = false;
 }
 void SetHelp(Options& options, const std::string&) {
     options.m_bHelp = true;
@@ -53,7 +58,8 @@ struct Option {
 };
 
 constexpr Option kOptions[] = {
-    {'l', "layers", true, SetLayers}, {'s', "step", true, SetStep},  {'o', "out", true, SetFolder},
+    {'l', "layers", true, SetLayers}, {'s', "step", true, SetStep},
+    {'o', "out", true, SetFolder},    {'w', "without-input", false, SetWithoutInput},
     {'r', "read", false, SetRead},    {'h', "help", false, SetHelp},
 };
 
@@ -130,6 +136,9 @@ void CheckTogether(const Options& options, bool layersGiven) {
     if (options.m_bRead && (layersGiven || options.m_cut.m_step != 0.0)) {
         throw Misuse("--read goes without --layers and --step");
     }
+    if (options.m_bRead && !options.m_bInput) {
+        throw Misuse("--read goes without --without-input");
+    }
     if (options.m_bRead && options.m_file.empty()) {
         throw Misuse("--read takes the FILE of a stored model");
     }
@@ -179,7 +188,13 @@ std::string HelpText() {
            "  -s, --step H     cut layers of the height H, between whole multiples of it\n"
            "  -o, --out DIR    write model.xml and section.svg into the folder DIR\n"
            "                   (default out)\n"
-           "  -r, --read       FILE is a stored model.xml: load and print it\n"
+           "  -w, --without-input\n"
+           "                   don't store the bytes of FILE in model.xml; those of a FILE of\n"
+           "                   more than " +
+           std::to_string(Input::kMost) +
+           " bytes never are\n"
+           "  -r, --read       FILE is a stored model.xml: load and print it; with --out,\n"
+           "                   draw section.svg again from the mesh that is stored in it\n"
            "  -h, --help       print this text\n"
            "\n"
            "The exit status is 0, or 1 if something is wrong, which one line then tells.\n";

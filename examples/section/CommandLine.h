@@ -18,6 +18,10 @@ struct Options {
     std::filesystem::path m_folder = "out";
     Cut m_cut;
     bool m_bRead = false;
+    /// Whether a folder was named.
+    bool m_bFolder = false;
+    /// Whether the bytes of the mesh's file go along with the model.
+    bool m_bInput = true;
     bool m_bHelp = false;
 };
 

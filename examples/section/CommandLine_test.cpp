@@ -29,6 +29,8 @@ TEST(CommandLine, HasADefaultForEverything) {
     EXPECT_EQ(options.m_cut.m_count, 20);
     EXPECT_EQ(options.m_cut.m_step, 0.0);
     EXPECT_FALSE(options.m_bRead);
+    EXPECT_FALSE(options.m_bFolder);
+    EXPECT_TRUE(options.m_bInput);
     EXPECT_FALSE(options.m_bHelp);
 }
 
@@ -52,6 +54,17 @@ TEST(CommandLine, TakesAStoredModel) {
     const Options options = ParseCommandLine({"--read", "out/model.xml"});
     EXPECT_TRUE(options.m_bRead);
     EXPECT_EQ(options.m_file, "out/model.xml");
+}
+
+TEST(CommandLine, LeavesTheInputOut) {
+    EXPECT_FALSE(ParseCommandLine({"-w", "a.stl"}).m_bInput);
+    EXPECT_FALSE(ParseCommandLine({"--without-input"}).m_bInput);
+    EXPECT_THAT(Misuse({"--read", "model.xml", "-w"}),
+                StartsWith("--read goes without --without-input"));
+}
+
+TEST(CommandLine, TellsWhetherAFolderIsNamed) {
+    EXPECT_TRUE(ParseCommandLine({"--out", "out"}).m_bFolder);
 }
 
 TEST(CommandLine, TakesAFileThatLooksLikeAnOption) {
@@ -97,7 +110,8 @@ TEST(CommandLine, RefusesWhatItDoesNotKnow) {
 
 TEST(HelpText, NamesEveryOptionAndFitsAScreen) {
     const std::string help = HelpText();
-    for (const char* option : {"--layers", "--step", "--out", "--read", "--help"}) {
+    for (const char* option :
+         {"--layers", "--step", "--out", "--without-input", "--read", "--help"}) {
         EXPECT_THAT(help, HasSubstr(option));
     }
     for (std::size_t begin = 0; begin < help.size(); begin = help.find('\n', begin) + 1) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <utility>
 
 #include "section/Failure.h"
 
@@ -99,30 +100,40 @@ std::string LayersDifference(const Layers& a, const Layers& b) {
     return {};
 }
 
+std::string BytesDifference(const Model& a, const Model& b) {
+    if (!(a.m_mesh == b.m_mesh)) {
+        return "bytes of the mesh";
+    }
+    return a.m_input == b.m_input ? "" : "bytes of the input";
+}
+
 }  // namespace
 
-Model::Model(const std::string& source, const Mesh& mesh, const Cut& cut)
+Model::Model(const std::string& source, Mesh mesh, const Cut& cut)
     : m_source(Printable(source)),
-      m_nFacets(mesh.FacetCount()),
-      m_bounds(mesh),
-      m_facings(mesh),
+      m_mesh(std::move(mesh)),
+      m_bounds(m_mesh),
+      m_facings(m_mesh),
       m_layers(m_bounds.m_axes[eAxisZ], cut) {
-    m_layers.CountFacets(mesh);
-    m_layers.MeasureSections(mesh, m_bounds);
+    m_layers.CountFacets(m_mesh);
+    m_layers.MeasureSections(m_mesh, m_bounds);
 }
 
 std::string FirstDifference(const Model& a, const Model& b) {
     if (a.m_source != b.m_source) {
         return "name of the mesh";
     }
-    if (a.m_nFacets != b.m_nFacets) {
+    if (a.m_mesh.FacetCount() != b.m_mesh.FacetCount()) {
         return "number of facets";
     }
     if (a.m_facings != b.m_facings) {
         return "facing of the facets";
     }
-    const std::string bounds = BoundsDifference(a.m_bounds, b.m_bounds);
-    return bounds.empty() ? LayersDifference(a.m_layers, b.m_layers) : bounds;
+    std::string difference = BoundsDifference(a.m_bounds, b.m_bounds);
+    if (difference.empty()) {
+        difference = LayersDifference(a.m_layers, b.m_layers);
+    }
+    return difference.empty() ? BytesDifference(a, b) : difference;
 }
 
 }  // namespace section

@@ -9,6 +9,7 @@
 
 #include "section/Bounds.h"
 #include "section/Facing.h"
+#include "section/Input.h"
 #include "section/Layers.h"
 #include "section/Mesh.h"
 
@@ -17,7 +18,8 @@ namespace section {
 /// A mesh cut into layers: what is stored and printed.
 struct Model {
     CString m_source;
-    ZT::uint64 m_nFacets = 0;
+    Mesh m_mesh;
+    Input m_input;
     Bounds m_bounds;
     FacingCounts m_facings;
     Layers m_layers;
@@ -26,8 +28,9 @@ struct Model {
     Model() = default;
 
     /// Measures and cuts `mesh`, which has at least one facet. `source` is the
-    /// path it was read from. Throws `Failure` if `cut` doesn't fit the height.
-    Model(const std::string& source, const Mesh& mesh, const Cut& cut);
+    /// path it was read from; its bytes aren't taken. Throws `Failure` if `cut` doesn't fit the
+    /// height.
+    Model(const std::string& source, Mesh mesh, const Cut& cut);
 
     /// An element "Model" with the members.
     void PersistXML(ZT::PCExBase& pc);
@@ -35,7 +38,7 @@ struct Model {
 
 /// Where two models differ: a name such as "bounds along z", empty if nowhere.
 /// Limits and lengths are the same if they agree within six significant digits, since that
-/// is what a document keeps of a number.
+/// is what a document keeps of a number. The mesh and the input are compared byte by byte.
 std::string FirstDifference(const Model& a, const Model& b);
 
 }  // namespace section

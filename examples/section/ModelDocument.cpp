@@ -8,39 +8,19 @@
 #include <zt/persist/PCExBase.h>
 
 #include "section/DocumentFile.h"
+#include "section/DocumentParts.h"
 
 namespace section {
 namespace {
 
 constexpr const char* kRoot = "Section";
-constexpr int kVersion = 3;
+constexpr int kVersion = 4;
 
 /// The directions of a run, as the context's mode.
 constexpr int kLoading = 0;
 constexpr int kStoring = 1;
 
 // ---------------------------------------------- parts that the objects have in common
-
-/// Tags from the root to the current element and to `name` in it: "Section/Model/Bounds".
-std::string PathTo(const ZT::PCExBase& pc, const char* name) {
-    std::string path = name;
-    for (IXMLDOMNodePtr node = pc.GetCurElem(); node && node->nodeType() == NODE_ELEMENT;
-         node = node->parentNode()) {
-        path.insert(0, "/").insert(0, node->nameView());
-    }
-    return path;
-}
-
-[[noreturn]] void FailAt(const ZT::PCExBase& pc, const char* name) {
-    throw Failure("no whole model: the element " + PathTo(pc, name) + " is missing or damaged");
-}
-
-/// Opens a container in both directions; it is closed with `PopElement(false)`.
-void OpenElement(ZT::PCExBase& pc, const char* name) {
-    if (!pc.PersistElement(name, true)) {
-        FailAt(pc, name);
-    }
-}
 
 /// The limits of a range. Missing limits would leave the range as it was; here they
 /// are a failure, and so are limits that make no interval.
@@ -118,15 +98,6 @@ void PersistLength(ZT::PCExBase& pc, const char* name, double& length, double le
 void PersistShare(ZT::PCExBase& pc, const char* name, double& share) {
     PersistLength(pc, name, share, 0.0);
     if (share > 1.0) {
-        FailAt(pc, name);
-    }
-}
-
-/// A number of things. The cursor makes 0 of a missing one, which is a number like others.
-void PersistCount(ZT::PCExBase& pc, const char* name, ZT::uint64& count) {
-    pc.PersistDWORD(name, count, false);
-    int ignored = 0;
-    if (pc.IsLoading() && !pc.ReadInt(name, ignored)) {
         FailAt(pc, name);
     }
 }
@@ -286,10 +257,11 @@ void Layers::PersistXML(ZT::PCExBase& pc) {
 void Model::PersistXML(ZT::PCExBase& pc) {
     OpenElement(pc, "Model");
     pc.PersistString("File", m_source, true);
-    PersistCount(pc, "Facets", m_nFacets);
     m_bounds.PersistXML(pc);
     m_facings.PersistXML(pc);
     m_layers.PersistXML(pc);
+    m_mesh.PersistXML(pc);
+    m_input.PersistXML(pc);
     pc.PopElement(false);
 }
 

@@ -34,11 +34,16 @@ protected:
 
     /// The same for a good document in which `old` is replaced.
     std::string FailureWith(const std::string& old, const std::string& replacement) {
-        StoreModel(Tetrahedron(), m_path);
-        std::string content = test::Content(m_path);
+        std::string content = Stored();
         EXPECT_NE(content.find(old), content.npos) << old;
         content.replace(content.find(old), old.size(), replacement);
         return LoadFailure(content);
+    }
+
+    /// A good document.
+    std::string Stored() const {
+        StoreModel(Tetrahedron(), m_path);
+        return test::Content(m_path);
     }
 
     static std::string StoreFailure(const std::filesystem::path& path) {
@@ -59,10 +64,9 @@ TEST_F(ModelDocument, IsIndentedForPeople) {
     StoreModel(Tetrahedron(), m_path);
     EXPECT_EQ(test::Content(m_path),
               "<Section>\n"
-              "\t<Version>3</Version>\n"
+              "\t<Version>4</Version>\n"
               "\t<Model>\n"
               "\t\t<File>a.stl</File>\n"
-              "\t\t<Facets>4</Facets>\n"
               "\t\t<Bounds>\n"
               "\t\t\t<X>\n"
               "\t\t\t\t<Rg>0 1</Rg>\n"
@@ -146,6 +150,33 @@ TEST_F(ModelDocument, IsIndentedForPeople) {
               "\t\t\t\t</Reach>\n"
               "\t\t\t</Layer>\n"
               "\t\t</Layers>\n"
+              "\t\t<Mesh>\n"
+              "\t\t\t<Vertices>\n"
+              "\t\t\t\t<BB>\n"
+              "\t\t\t\t\t<SR>12</SR>\n"
+              "\t\t\t\t\t<C>4</C>\n"
+              "\t\t\t\t\t<Bn>1</Bn>\n"
+              "\t\t\t\t\t<Dt>000000000000000000000000"
+              "000000000000004000000000"
+              "0000803F0000000000000000"
+              "000000000000000000008040</Dt>\n"
+              "\t\t\t\t</BB>\n"
+              "\t\t\t</Vertices>\n"
+              "\t\t\t<Facets>\n"
+              "\t\t\t\t<BB>\n"
+              "\t\t\t\t\t<SR>12</SR>\n"
+              "\t\t\t\t\t<C>4</C>\n"
+              "\t\t\t\t\t<Bn>1</Bn>\n"
+              "\t\t\t\t\t<Dt>000000000100000002000000"
+              "000000000200000003000000"
+              "000000000300000001000000"
+              "020000000100000003000000</Dt>\n"
+              "\t\t\t\t</BB>\n"
+              "\t\t\t</Facets>\n"
+              "\t\t</Mesh>\n"
+              "\t\t<Input>\n"
+              "\t\t\t<Size>0</Size>\n"
+              "\t\t</Input>\n"
               "\t</Model>\n"
               "</Section>");
 }
@@ -184,9 +215,9 @@ TEST_F(ModelDocument, KeepsAnyPrintableName) {
 
 TEST_F(ModelDocument, KeepsACountOfMoreThan31Bits) {
     Model model = Tetrahedron();
-    model.m_nFacets = 0xFFFFFFFF;
+    model.m_facings.m_nSide = 0xFFFFFFFF;
     StoreModel(model, m_path);
-    EXPECT_EQ(LoadModel(m_path).m_nFacets, 0xFFFFFFFF);
+    EXPECT_EQ(LoadModel(m_path).m_facings.m_nSide, 0xFFFFFFFF);
 }
 
 TEST_F(ModelDocument, HoldsManyLayers) {
@@ -198,7 +229,7 @@ TEST_F(ModelDocument, HoldsManyLayers) {
 TEST_F(ModelDocument, TakesThePlaceOfAnOlderOne) {
     Write("model.xml", "older");
     StoreModel(Tetrahedron(), m_path);
-    EXPECT_EQ(LoadModel(m_path).m_nFacets, 4u);
+    EXPECT_EQ(LoadModel(m_path).m_mesh.FacetCount(), 4u);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_folder), {}), 1);
 }
 
@@ -219,7 +250,7 @@ TEST_F(ModelDocument, ThatIsNotThereIsNamed) {
 }
 
 TEST_F(ModelDocument, ThatIsNoXmlIsRefusedWithItsPlace) {
-    EXPECT_THAT(FailureWith("</Bounds>", "</Bound>"), StartsWith("line 16, column 3: "));
+    EXPECT_THAT(FailureWith("</Bounds>", "</Bound>"), StartsWith("line 15, column 3: "));
     EXPECT_THAT(LoadFailure("<Section>\n <Model>\n"), StartsWith("line "));
     EXPECT_THAT(LoadFailure(""), testing::Not("no failure"));
 }
@@ -229,9 +260,9 @@ TEST_F(ModelDocument, WithAnotherRootIsRefused) {
 }
 
 TEST_F(ModelDocument, OfAnotherVersionIsRefused) {
-    for (const std::string version : {"1", "2", "4"}) {
-        EXPECT_EQ(FailureWith("<Version>3<", "<Version>" + version + "<"),
-                  "a model of version " + version + ", and this program knows version 3");
+    for (const std::string version : {"1", "2", "3", "5"}) {
+        EXPECT_EQ(FailureWith("<Version>4<", "<Version>" + version + "<"),
+                  "a model of version " + version + ", and this program knows version 4");
     }
 }
 
@@ -239,13 +270,12 @@ TEST_F(ModelDocument, WithoutAnElementIsRefused) {
     const std::string missing = " is missing or damaged";
     EXPECT_EQ(LoadFailure("<Section/>"), "no whole model: the element Section/Model" + missing);
     EXPECT_EQ(FailureWith("<Facets>4</Facets>", ""),
-              "no whole model: the element Section/Model/Facets" + missing);
+              "no whole model: the element Section/Model/Layers/Layer/Facets" + missing);
     EXPECT_THAT(FailureWith("<Facets>3</Facets>", "<Facets>many</Facets>"),
                 EndsWith("Section/Model/Layers/Layer/Facets" + missing));
     EXPECT_THAT(FailureWith("<Rg>0 4</Rg>", ""), EndsWith("Section/Model/Bounds/Z/Rg" + missing));
-    EXPECT_THAT(
-        LoadFailure("<Section><Version>3</Version><Model><Facets>1</Facets></Model></Section>"),
-        EndsWith("Section/Model/Bounds" + missing));
+    EXPECT_THAT(LoadFailure("<Section><Version>4</Version><Model><File>a</File></Model></Section>"),
+                EndsWith("Section/Model/Bounds" + missing));
 }
 
 TEST_F(ModelDocument, WithoutLayersIsRefused) {
@@ -296,6 +326,88 @@ TEST_F(ModelDocument, WithADamagedFigureIsRefused) {
                     EndsWith("the element " + where + " is missing or damaged"))
             << old << " " << replacement;
     }
+}
+
+TEST_F(ModelDocument, WithADamagedMeshIsRefused) {
+    const std::string vertices = "Section/Model/Mesh/Vertices",
+                      facets = "Section/Model/Mesh/Facets";
+    const std::string row = "<Dt>000000000100000002000000";
+    const struct {
+        std::string old, replacement, where;
+    } cases[] = {
+        {"<SR>12<", "<SR>11<", vertices + "/BB"},
+        {"<SR>12</SR>", "", vertices + "/BB"},
+        {"<C>4<", "<C>5<", vertices + "/BB"},
+        {"<C>4<", "<C>3<", vertices + "/BB"},
+        {"<C>4<", "<C>4294967295<", vertices + "/BB"},
+        {"<C>4<", "<C>0<", vertices + "/BB"},
+        {"<Bn>1<", "<Bn>0<", vertices + "/BB"},
+        {"0000803F0000000000000000", "", vertices + "/BB"},
+        {"0000803F", "0000803G", vertices + "/BB"},
+        {"0000803F", "0000807F", vertices},
+        {row, "<Dt>000000000100000004000000", facets},
+        {row, "<Dt>FFFFFFFF0100000002000000", facets},
+        {row, "<Dt>", facets + "/BB"},
+        {"<Vertices>", "<Vertices/><Others>", vertices + "/BB"},
+    };
+    for (const auto& [old, replacement, where] : cases) {
+        std::string content = Stored();
+        content.replace(content.find(old), old.size(), replacement);
+        if (replacement.ends_with("<Others>")) {
+            content.replace(content.find("</Vertices>"), 11, "</Others>");
+        }
+        EXPECT_EQ(LoadFailure(content),
+                  "no whole model: the element " + where + " is missing or damaged")
+            << old << " " << replacement;
+    }
+}
+
+TEST_F(ModelDocument, KeepsTheBytesOfTheInput) {
+    // Above 10000 bytes they wait in a temporary file.
+    for (const std::size_t size : {std::size_t{1}, std::size_t{10000}, std::size_t{30000}}) {
+        std::string bytes(size, '\0');
+        for (std::size_t i = 0; i < size; ++i) {
+            bytes[i] = static_cast<char>(i * 7);
+        }
+        Model model = Tetrahedron();
+        model.m_input = Input(Write("a.stl", bytes));
+        StoreModel(model, m_path);
+        Model loaded = LoadModel(m_path);
+        EXPECT_TRUE(loaded.m_input.IsKept());
+        EXPECT_EQ(loaded.m_input.Size(), size);
+        EXPECT_EQ(FirstDifference(model, loaded), "") << size;
+
+        bytes.back() = static_cast<char>(bytes.back() + 1);
+        loaded.m_input = Input(Write("a.stl", bytes));
+        EXPECT_EQ(FirstDifference(model, loaded), "bytes of the input") << size;
+    }
+}
+
+TEST_F(ModelDocument, WithADamagedInputIsRefused) {
+    Model model = Tetrahedron();
+    model.m_input = Input(Write("a.stl", "seven b"));
+    const std::string digits = "736576656E2062";
+    const struct {
+        std::string old, replacement;
+    } cases[] = {
+        {"<Dt>" + digits + "</Dt>", ""}, {digits, digits.substr(2)},    {digits, digits + "00"},
+        {digits, "73657665zz2062"},      {"<Sz>7<", "<Sz>6<"},          {"<Sz>7</Sz>", ""},
+        {"<Size>7<", "<Size>8<"},        {"<Sz>7<", "<Sz>4294967295<"},
+    };
+    for (const auto& [old, replacement] : cases) {
+        StoreModel(model, m_path);
+        std::string content = test::Content(m_path);
+        ASSERT_NE(content.find(old), content.npos) << old;
+        content.replace(content.find(old), old.size(), replacement);
+        EXPECT_EQ(LoadFailure(content),
+                  "no whole model: the element Section/Model/Input/Bl is missing or damaged")
+            << old << " " << replacement;
+    }
+}
+
+TEST_F(ModelDocument, ComesWithoutAnInputThatWasNotKept) {
+    StoreModel(Tetrahedron(), m_path);
+    EXPECT_FALSE(LoadModel(m_path).m_input.IsKept());
 }
 
 TEST_F(ModelDocument, KeepsEveryStateOfAnArc) {

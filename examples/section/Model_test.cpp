@@ -25,7 +25,7 @@ Model Scaled(float factor) {
 TEST(Model, MeasuresAndCutsAMesh) {
     const Model model = Tetrahedron();
     EXPECT_EQ(model.m_source, CString("a.stl"));
-    EXPECT_EQ(model.m_nFacets, 4u);
+    EXPECT_EQ(model.m_mesh.FacetCount(), 4u);
     EXPECT_EQ(model.m_bounds.m_axes[eAxisY], ZT::RangeR1(0, 2));
     EXPECT_EQ(model.m_layers.Height(), ZT::RangeR1(0, 4));
     ASSERT_EQ(model.m_layers.All().size(), 4u);
@@ -87,7 +87,7 @@ TEST(FirstDifference, NamesWhatDiffersInTheMaterialOfALayer) {
         facets.push_back({Point{-2, -2, 0}, Point{2, 2, 0}, Point{2, -2, 0}});
         return Model("a.stl", facets, Cut{.m_step = 1.0});
     };
-    EXPECT_EQ(FirstDifference(tower(0.25f), tower(-0.25f)), "");
+    EXPECT_EQ(FirstDifference(tower(0.25f), tower(-0.25f)), "bytes of the mesh");
     EXPECT_EQ(FirstDifference(tower(0.25f), tower(0.5f)), "material of layer 2");
 }
 
@@ -109,7 +109,7 @@ TEST(FirstDifference, NamesWhatDiffersInTheReachOfALayer) {
 }
 
 TEST(FirstDifference, LeavesOutWhatSixDigitsDoNotTell) {
-    EXPECT_EQ(FirstDifference(Scaled(1.00001f), Scaled(1.000013f)), "");
+    EXPECT_EQ(FirstDifference(Scaled(1.00001f), Scaled(1.000013f)), "bytes of the mesh");
     EXPECT_EQ(FirstDifference(Scaled(1.00001f), Scaled(1.00002f)), "bounds along x");
 }
 

@@ -160,7 +160,7 @@ std::string ShownText(const Model& model, std::size_t shown) {
 std::string Heading(const Model& model, std::size_t shown) {
     const Layers& layers = model.m_layers;
     const double left = kMargin + Layout::kAround;
-    const std::string facts = Plural(model.m_nFacets, "facet") + "; " +
+    const std::string facts = Plural(model.m_mesh.FacetCount(), "facet") + "; " +
                               Plural(layers.All().size(), "layer") + " along z, each " +
                               Number(layers.Thickness()) +
                               " thick, from z = " + Number(layers.Height().m_min) + " to " +
@@ -291,9 +291,9 @@ std::string SectionPicture(const Model& model, const std::deque<Section>& sectio
     return svg;
 }
 
-std::string DrawModel(const Model& model, const Mesh& mesh) {
+std::string DrawModel(const Model& model) {
     const std::vector<std::size_t> telling = TellingLayers(model.m_layers, kMostPanels);
-    return SectionPicture(model, model.m_layers.SectionsOf(mesh, model.m_bounds, telling));
+    return SectionPicture(model, model.m_layers.SectionsOf(model.m_mesh, model.m_bounds, telling));
 }
 
 void StorePicture(const std::string& svg, const std::filesystem::path& path) {

@@ -31,8 +31,8 @@ inline constexpr std::size_t kMostPanels = 12;
 /// tells.
 std::string SectionPicture(const Model& model, const std::deque<Section>& sections);
 
-/// The picture of the telling layers of `model`, which was made of `mesh`.
-std::string DrawModel(const Model& model, const Mesh& mesh);
+/// The picture of the telling layers of `model`.
+std::string DrawModel(const Model& model);
 
 /// Writes `svg` to `path`. The file is whole or it isn't there: a failure leaves what stood
 /// there before. Throws `Failure` that begins with the path if it can't be written.

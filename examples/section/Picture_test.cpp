@@ -28,7 +28,7 @@ Model Modelled(const Mesh& mesh, const Cut& cut, const std::string& source = "a.
 std::string Drawing(const std::vector<Facet>& facets, const Cut& cut,
                     const std::string& source = "a.stl") {
     const Mesh mesh{facets};
-    return DrawModel(Modelled(mesh, cut, source), mesh);
+    return DrawModel(Modelled(mesh, cut, source));
 }
 
 std::size_t CountOf(const std::string& text, std::string_view word) {

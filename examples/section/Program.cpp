@@ -49,13 +49,16 @@ struct Result {
     std::string picture;
 };
 
-Result Work(const fs::path& path, const Cut& cut, ProgressLine& progress) {
-    const Mesh mesh = ReadMesh(path, progress);
+Result Work(const fs::path& path, const Options& options, ProgressLine& progress) {
+    Mesh mesh = ReadMesh(path, progress);
     const std::string name = Printable(path.filename().string());
     progress.Stage("cutting " + name + ", " + std::to_string(mesh.FacetCount()) + " facets");
-    Model model(path.string(), mesh, cut);
+    Model model(path.string(), std::move(mesh), options.m_cut);
+    if (options.m_bInput) {
+        model.m_input = Input(path);
+    }
     progress.Stage("drawing " + name);
-    std::string picture = DrawModel(model, mesh);
+    std::string picture = DrawModel(model);
     return {std::move(model), std::move(picture)};
 }
 
@@ -75,7 +78,7 @@ Model StoreAndCompare(const Model& model, const fs::path& path, ProgressLine& pr
 
 void CutMesh(const Options& options, ProgressLine& progress, std::ostream& out) {
     const fs::path file = options.m_file.empty() ? UsualMesh(kUsualMesh) : options.m_file;
-    const Result result = Work(file, options.m_cut, progress);
+    const Result result = Work(file, options, progress);
     const fs::path document = options.m_folder / "model.xml";
     const fs::path picture = options.m_folder / "section.svg";
     MakeFolder(options.m_folder);
@@ -85,15 +88,31 @@ void CutMesh(const Options& options, ProgressLine& progress, std::ostream& out) 
     progress.Clear();
     PrintModel(out, loaded);
     out << "\nWritten   " << Printable(document.string())
-        << "\n          loaded again: the same within six digits\n          "
+        << "\n          loaded again: the same bytes, and numbers within six digits\n          "
         << Printable(picture.string()) << '\n';
+}
+
+/// Prints a stored model, and draws it again if a folder is named.
+void ReadModel(const Options& options, ProgressLine& progress, std::ostream& out) {
+    progress.Stage("loading " + Printable(options.m_file.string()));
+    const Model model = LoadModel(options.m_file);
+    const fs::path picture = options.m_folder / "section.svg";
+    if (options.m_bFolder) {
+        MakeFolder(options.m_folder);
+        StorePicture(DrawModel(model), picture);
+    }
+    progress.Clear();
+    PrintModel(out, model);
+    if (options.m_bFolder) {
+        out << "\nWritten   " << Printable(picture.string()) << '\n';
+    }
 }
 
 void Run(const Options& options, ProgressLine& progress, std::ostream& out) {
     if (options.m_bHelp) {
         out << HelpText();
     } else if (options.m_bRead) {
-        PrintModel(out, LoadModel(options.m_file));
+        ReadModel(options, progress, out);
     } else {
         CutMesh(options, progress, out);
     }

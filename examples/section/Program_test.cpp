@@ -69,11 +69,12 @@ TEST_F(Program, CutsAnAsciiMesh) {
     const Outcome outcome = Run("a.stl");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");
-    EXPECT_THAT(outcome.out,
-                AllOf(StartsWith("Mesh      a.stl\n          4 facets;"), HasSubstr("20 layers"),
-                      EndsWith("Written   out/model.xml\n"
-                               "          loaded again: the same within six digits\n"
-                               "          out/section.svg\n")));
+    EXPECT_THAT(
+        outcome.out,
+        AllOf(StartsWith("Mesh      a.stl\n          4 facets;"), HasSubstr("20 layers"),
+              EndsWith("Written   out/model.xml\n"
+                       "          loaded again: the same bytes, and numbers within six digits\n"
+                       "          out/section.svg\n")));
     EXPECT_THAT(FilesIn("out"), testing::UnorderedElementsAre("model.xml", "section.svg"));
 }
 
@@ -105,6 +106,28 @@ TEST_F(Program, ReadsWhatItHasWritten) {
     EXPECT_EQ(read.status, 0);
     EXPECT_EQ(read.err, "");
     EXPECT_EQ(read.out, cut.substr(0, cut.find("\nWritten")));
+}
+
+TEST_F(Program, DrawsAgainFromAStoredMesh) {
+    const std::string mesh = AsciiStl(test::Ring());
+    Write("a.stl", mesh);
+    const std::string cut = Run("a.stl --layers 3").out;
+    fs::remove(m_folder / "a.stl");
+    const Outcome read = Run("--read out/model.xml --out again");
+    EXPECT_EQ(read.status, 0) << read.err;
+    EXPECT_EQ(read.out, cut.substr(0, cut.find("\nWritten")) + "\nWritten   again/section.svg\n");
+    EXPECT_THAT(FilesIn("again"), testing::ElementsAre("section.svg"));
+    EXPECT_EQ(test::Content(m_folder / "again" / "section.svg"),
+              test::Content(m_folder / "out" / "section.svg"));
+}
+
+TEST_F(Program, StoresTheInputOrLeavesItOut) {
+    Write("a.stl", BinaryStl(test::Tetrahedron()));
+    EXPECT_EQ(Run("a.stl").status, 0);
+    EXPECT_THAT(test::Content(m_folder / "out" / "model.xml"),
+                AllOf(HasSubstr("<Size>284</Size>"), HasSubstr("<Bl>")));
+    EXPECT_EQ(Run("a.stl --without-input").status, 0);
+    EXPECT_THAT(test::Content(m_folder / "out" / "model.xml"), testing::Not(HasSubstr("<Bl>")));
 }
 
 TEST_F(Program, ReplacesAnOlderModel) {
@@ -263,9 +286,10 @@ TEST_F(Program, LeavesNothingHalfWrittenWhereTheDiskEnds) {
 }
 
 TEST_F(Program, LeavesNoHalfPictureWhereTheDiskEnds) {
-    // Two kilobytes hold the model of one layer, and not its picture.
+    // Four kilobytes hold the model of one layer, and not its picture.
     Write("a.stl", AsciiStl(test::Ring()));
-    const Outcome outcome = Run("a.stl --layers 1", "trap '' XFSZ && ulimit -f 4 &&");
+    const Outcome outcome =
+        Run("a.stl --layers 1 --without-input", "trap '' XFSZ && ulimit -f 8 &&");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.err, "section: out/section.svg: File too large\n");
     EXPECT_THAT(FilesIn("out"), testing::ElementsAre("model.xml"));
@@ -275,12 +299,12 @@ TEST_F(Program, RefusesAModelOfAnOlderVersion) {
     Write("a.stl", AsciiStl(test::Tetrahedron()));
     Run("a.stl");
     std::string model = test::Content(m_folder / "out" / "model.xml");
-    model.replace(model.find("<Version>3"), 10, "<Version>2");
+    model.replace(model.find("<Version>4"), 10, "<Version>3");
     Write("older.xml", model);
     const Outcome outcome = Run("--read older.xml");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.err,
-              "section: older.xml: a model of version 2, and this program knows version 3\n");
+              "section: older.xml: a model of version 3, and this program knows version 4\n");
 }
 
 TEST_F(Program, RefusesAFolderThatIsAFile) {

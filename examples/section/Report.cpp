@@ -108,7 +108,7 @@ std::string RunText(const ContourFigures& contours) {
 
 std::string MeshRows(const Model& model) {
     return Title("Mesh") + Printable(model.m_source) + '\n' + Title("") +
-           Plural(model.m_nFacets, "facet") + "; lengths in STL units\n" + Title("") +
+           Plural(model.m_mesh.FacetCount(), "facet") + "; lengths in STL units\n" + Title("") +
            std::to_string(model.m_facings.m_nSide) + " facing sideways, " +
            std::to_string(model.m_facings.m_nHorizontal) + " horizontal, " +
            std::to_string(model.m_facings.m_nDegenerate) + " degenerate\n";

@@ -89,7 +89,7 @@ void WholeJob(benchmark::State& state) {
     const Mesh mesh = MeshOf(static_cast<std::size_t>(state.range(0)));
     for (auto _ : state) {
         const Model model("building.stl", mesh, Cut());
-        benchmark::DoNotOptimize(DrawModel(model, mesh));
+        benchmark::DoNotOptimize(DrawModel(model));
     }
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(mesh.FacetCount()));
 }
