@@ -1,5 +1,6 @@
 #include <platform/com/BstrT.h>
 
+#include <new>
 #include <utility>
 
 #include <platform/com/ComError.h>
@@ -16,13 +17,26 @@ BSTR CopyOf(std::wstring_view text) {
     return Required(SysAllocStringLen(text.data(), static_cast<UINT>(text.size())));
 }
 
+// Makes a text in the standard library's own memory.
+template <class Making>
+auto WithMemory(Making making) {
+    try {
+        return making();
+    } catch (const std::bad_alloc&) {
+        _com_issue_error(E_OUTOFMEMORY);
+    }
+}
+
+std::wstring Widened(const char* text) {
+    return WithMemory([text] { return WideFromUtf8(text); });
+}
+
 }  // namespace
 
 _bstr_t::_bstr_t(const wchar_t* text)
     : m_string(text == nullptr ? nullptr : Required(SysAllocString(text))) {}
 
-_bstr_t::_bstr_t(const char* text)
-    : m_string(text == nullptr ? nullptr : CopyOf(WideFromUtf8(text))) {}
+_bstr_t::_bstr_t(const char* text) : m_string(text == nullptr ? nullptr : CopyOf(Widened(text))) {}
 
 _bstr_t::_bstr_t(BSTR string, bool copy) : m_string(string) {
     if (copy && string != nullptr) {
@@ -57,7 +71,7 @@ _bstr_t::~_bstr_t() {
 _bstr_t::operator const char*() const {
     if (m_string == nullptr) return nullptr;
     if (!m_bytesMade) {
-        m_bytes = Utf8FromWide(View());
+        m_bytes = WithMemory([this] { return Utf8FromWide(View()); });
         m_bytesMade = true;
     }
     return m_bytes.c_str();
@@ -79,8 +93,7 @@ BSTR _bstr_t::Detach() {
 }
 
 _bstr_t& _bstr_t::operator+=(const _bstr_t& tail) {
-    std::wstring text(View());
-    text += tail.View();
-    Attach(CopyOf(text));
+    const auto join = [&] { return std::wstring(View()).append(tail.View()); };
+    Attach(CopyOf(WithMemory(join)));
     return *this;
 }

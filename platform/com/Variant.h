@@ -103,5 +103,5 @@ ZTP_API HRESULT VariantCopyInd(VARIANT* to, const VARIANT* from);
 ///
 /// `DISP_E_OVERFLOW` when the value does not fit, `DISP_E_TYPEMISMATCH` when there is no
 /// conversion (a null variant, a text that is no number, a date from or to a text, an array,
-/// an interface), `DISP_E_BADVARTYPE` for a type word without meaning.
+/// an interface), `DISP_E_BADVARTYPE` for a type word without meaning, `E_OUTOFMEMORY`.
 ZTP_API HRESULT VariantChangeType(VARIANT* to, const VARIANT* from, USHORT flags, VARTYPE type);

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <new>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -273,11 +274,14 @@ HRESULT StoreNumber(const Number& number, VARIANT& to) {
 }
 
 // The value of `from`, which is no reference, in the type of `to`.
-HRESULT Convert(const VARIANT& from, USHORT flags, VARIANT& to) {
+HRESULT Convert(const VARIANT& from, USHORT flags, VARIANT& to) try {
     if (to.vt == VT_BSTR) return StoreText(from, flags, to.bstrVal);
     Number number;
     const HRESULT result = ToNumber(from, to.vt, number);
     return FAILED(result) ? result : StoreNumber(number, to);
+} catch (const std::bad_alloc&) {
+    // Texts pass through the standard library's own memory.
+    return E_OUTOFMEMORY;
 }
 
 HRESULT ConvertCopy(const VARIANT& from, USHORT flags, VARTYPE type, VARIANT& converted) {
