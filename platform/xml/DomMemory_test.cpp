@@ -147,6 +147,28 @@ TEST_F(DomMemory, TextsStayAsTheyWere) {
     EXPECT_EQ(document->xml(), "<r><!--c-->t</r>");
 }
 
+// Whatever it was: it goes only when the new text is there.
+TEST_F(DomMemory, AContentStaysUntilThereIsMemoryForTheNewOne) {
+    for (const std::string inside :
+         {"<a/>t", "<a><b/></a>", "t<a/>", "<!--c-->", "<![CDATA[t]]>"}) {
+        Load("<r>" + inside + "</r>");
+        const IXMLDOMNodePtr first = root->firstChild();
+        {
+            const ShortOfPages no_pages(1000);
+            EXPECT_EQ(FailureOf([&] { root->put_text(kLong); }), E_OUTOFMEMORY);
+        }
+        EXPECT_EQ(document->xml(), CString("<r>" + inside + "</r>"));
+        EXPECT_TRUE(root->firstChild() == first);
+        EXPECT_TRUE(first->parentNode() == root);
+        root->put_text(kLong);
+        EXPECT_EQ(document->xml(), CString("<r>" + kLong + "</r>"));
+        EXPECT_FALSE(first->parentNode());
+        const ShortOfPages no_pages(0);
+        root->put_text("");
+        EXPECT_EQ(document->xml(), "<r/>");
+    }
+}
+
 TEST_F(DomMemory, AttributesAreNotMadeInPart) {
     Load("<r k=\"v\"/>");
     const ShortOfPages no_pages(1000);
@@ -155,6 +177,33 @@ TEST_F(DomMemory, AttributesAreNotMadeInPart) {
     EXPECT_EQ(FailureOf([&] { root->setAttribute("k", kLong); }), E_OUTOFMEMORY);
     EXPECT_EQ(root->attributes().length(), 1);
     EXPECT_EQ(document->xml(), "<r k=\"v\"/>");
+}
+
+TEST_F(DomMemory, AttributesFromVariantsNeedMemoryOnTheWay) {
+    Load("<r k=\"v\"/>");
+    const COleVariant number(123456789L);
+    const COleVariant text(kLong.c_str());
+    {
+        const ShortOfMemory no_memory(16);
+        EXPECT_EQ(FailureOf([&] { root->setAttribute("k", number); }), E_OUTOFMEMORY);
+        EXPECT_EQ(FailureOf([&] { root->setAttribute("k", text); }), E_OUTOFMEMORY);
+        EXPECT_EQ(FailureOf([&] { root->setAttribute("new", text); }), E_OUTOFMEMORY);
+    }
+    EXPECT_EQ(document->xml(), "<r k=\"v\"/>");
+    root->setAttribute("k", number);
+    EXPECT_EQ(document->xml(), "<r k=\"123456789\"/>");
+}
+
+TEST_F(DomMemory, TextsFromStringsNeedMemoryOnTheWay) {
+    Load("<r>t</r>");
+    const _bstr_t text(kLong.c_str());
+    {
+        const ShortOfMemory no_memory(16);
+        EXPECT_EQ(FailureOf([&] { root->put_text(text); }), E_OUTOFMEMORY);
+    }
+    EXPECT_EQ(document->xml(), "<r>t</r>");
+    root->put_text(text);
+    EXPECT_EQ(document->text(), CString(kLong));
 }
 
 // A name that is short enough for the document's memory, but not for the way there.
@@ -242,6 +291,62 @@ TEST_F(DomMemory, LoadsThatFailKeepTheContent) {
     EXPECT_EQ(document->xml(), "<r/>");
     root->appendElement("a");
     EXPECT_EQ(document->xml(), "<r><a/></r>");
+}
+
+// Nothing of an earlier load, and nothing of what would have been said about this one.
+void ExpectNoMemoryIsRecorded(const IXMLDOMDocumentPtr& document, const char* url) {
+    const IXMLDOMParseError& error = document->parseError();
+    EXPECT_EQ(error.errorCode(), E_OUTOFMEMORY);
+    EXPECT_EQ(error.reason(), "Out of memory.");
+    EXPECT_EQ(error.line(), 0);
+    EXPECT_EQ(error.linepos(), 0);
+    EXPECT_EQ(error.filepos(), 0);
+    EXPECT_EQ(error.srcText(), "");
+    EXPECT_EQ(error.url(), url);
+}
+
+TEST_F(DomMemory, LoadsThatFailForWantOfMemorySaySo) {
+    const std::string good = "<n>" + kLong + "</n>";
+    Load("<r/>");
+    ASSERT_FALSE(document->loadXML("<r>\n<a></r>"));
+    {
+        const ShortOfPages no_pages(1000);
+        EXPECT_EQ(FailureOf([&] { document->loadXML(good); }), E_OUTOFMEMORY);
+        ExpectNoMemoryIsRecorded(document, "");
+    }
+    // The fault is found, but there is no memory to show its line.
+    const std::string bad = "<n>" + kLong + "\n" + std::string(150, ' ') + "</m>";
+    {
+        const ShortOfMemory no_memory(100);
+        EXPECT_EQ(FailureOf([&] { document->loadXML(bad); }), E_OUTOFMEMORY);
+        ExpectNoMemoryIsRecorded(document, "");
+    }
+    EXPECT_FALSE(document->loadXML(bad));
+    EXPECT_EQ(document->parseError().errorCode(), DOM_E_MALFORMED);
+    EXPECT_EQ(document->parseError().line(), 2);
+    EXPECT_TRUE(document->loadXML(good));
+    EXPECT_EQ(document->parseError().errorCode(), 0);
+    EXPECT_EQ(document->parseError().reason(), "");
+}
+
+TEST_F(DomMemory, FilesThatFailForWantOfMemorySaySo) {
+    const TestFolder folder;
+    const std::string path = folder.Write("long.xml", "<n>" + kLong + "</n>");
+    Load("<r/>");
+    ASSERT_FALSE(document->loadXML("<r>\n<a></r>"));
+    {
+        const ShortOfPages no_pages(1000);
+        EXPECT_EQ(FailureOf([&] { document->load(path); }), E_OUTOFMEMORY);
+        ExpectNoMemoryIsRecorded(document, path.c_str());
+    }
+    {
+        // Not even for the path.
+        const ShortOfMemory no_memory(16);
+        EXPECT_EQ(FailureOf([&] { document->load(kLong); }), E_OUTOFMEMORY);
+        ExpectNoMemoryIsRecorded(document, "");
+    }
+    EXPECT_TRUE(document->load(path));
+    EXPECT_EQ(document->parseError().errorCode(), 0);
 }
 
 TEST_F(DomMemory, FilesThatCannotBeReadForWantOfMemoryKeepTheContent) {

@@ -111,12 +111,11 @@ IXMLDOMNodeListPtr IXMLDOMDocument::getElementsByTagName(DomText name) const {
 }
 
 bool IXMLDOMDocument::load(DomText path) const {
-    return WithDomMemory(
-        [&] { return DomAccess::Tree(*this).LoadFile(std::string(path.View()).c_str()); });
+    return DomAccess::Tree(*this).LoadFile(path.View());
 }
 
 bool IXMLDOMDocument::loadXML(DomText text) const {
-    return WithDomMemory([&] { return DomAccess::Tree(*this).LoadText(text.View()); });
+    return DomAccess::Tree(*this).LoadText(text.View());
 }
 
 const IXMLDOMParseError& IXMLDOMDocument::parseError() const {

@@ -44,7 +44,8 @@ public:
     /// The new content takes the place of the old one; handles on old nodes stay valid,
     /// and the nodes are detached for good: they can no longer be put into the
     /// document. If the text cannot be read, the result is false, `parseError` tells
-    /// why, and the document keeps what it held.
+    /// why, and the document keeps what it held. It keeps it, too, when a load raises
+    /// `_com_error` with `E_OUTOFMEMORY`; `parseError` then has that code.
     ///
     /// The text must be well-formed XML 1.0. Nothing outside it is ever opened: a
     /// document type definition, and with it every declared entity, makes the load fail.

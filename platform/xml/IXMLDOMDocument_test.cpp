@@ -422,6 +422,23 @@ TEST(IXMLDOMDocument, AFileThatIsNotThereIsAFailedLoad) {
     EXPECT_EQ(document->xml(), "<old/>");
 }
 
+TEST(IXMLDOMDocument, WhatTheRecordHoldsCanBeLoaded) {
+    // A short path is kept in the record itself, a long one elsewhere.
+    for (const std::string& path : {std::string("/"), "/tmp/missing/" + std::string(100, 'x')}) {
+        const IXMLDOMDocumentPtr document = DocumentOf("<old/>");
+        EXPECT_FALSE(document->load(path));
+        const HRESULT code = document->parseError().errorCode();
+        EXPECT_FALSE(document->load(document->parseError().url()));
+        EXPECT_EQ(document->parseError().errorCode(), code);
+        EXPECT_EQ(document->parseError().url(), CString(path));
+    }
+    const IXMLDOMDocumentPtr document = DocumentOf("<old/>");
+    EXPECT_FALSE(document->loadXML("<r/>\n</r>"));
+    EXPECT_FALSE(document->loadXML(document->parseError().srcText()));
+    EXPECT_EQ(document->parseError().srcText(), "</r>");
+    EXPECT_EQ(document->parseError().line(), 1);
+}
+
 TEST(IXMLDOMDocument, SavesAndLoadsAFile) {
     const TestFolder folder;
     const IXMLDOMDocumentPtr document = DocumentOf("<r k='1'><a>\xC3\xA9 \r&#13;</a></r>");

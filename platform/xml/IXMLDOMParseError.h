@@ -17,8 +17,8 @@ constexpr HRESULT DOM_E_MALFORMED = ResultFromBits(0x8007004A);
 /// The outcome of a document's last load: all zero and empty after a good one.
 class IXMLDOMParseError {
 public:
-    /// 0, `DOM_E_MALFORMED` for a bad text, or 0x80070000 plus the system's error
-    /// number for a file that cannot be read.
+    /// 0, `DOM_E_MALFORMED` for a bad text, `E_OUTOFMEMORY` when the load raised that, or
+    /// 0x80070000 plus the system's error number for a file that cannot be read.
     HRESULT errorCode() const { return m_errorCode; }
     /// The line, counted from 1; 0 when the failure has no place in the text.
     LONG line() const { return m_line; }

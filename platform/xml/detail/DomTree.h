@@ -91,7 +91,9 @@ public:
 
     /// @name Loading
     /// @{
-    bool LoadFile(const char* path);
+    /// False, with the parse error, for what cannot be read. Without memory, the parse
+    /// error says that, and `_com_error` with `E_OUTOFMEMORY` is raised.
+    bool LoadFile(std::string_view path);
     bool LoadText(std::string_view text);
     /// Takes over the content of `source`.
     void CopyContent(const DomTree& source);
@@ -121,6 +123,8 @@ private:
     void Destroy(pugi::xml_node top);
     void FreeDetached();
 
+    template <class Work>
+    bool Recorded(CString& url, Work work);
     bool Load(DomBuffer& text);
     bool Parse(DomBuffer& text);
     void TakeOver(pugi::xml_document& content);

@@ -185,6 +185,8 @@ void DomTree::SetContent(pugi::xml_node element, std::string_view text) {
         CheckDomMemory(first.set_value(text.data(), text.size()));
         return;
     }
-    for (; !IsNull(first); first = element.first_child()) Detach(first);
-    SetFirstContent(element, text);
+    // First the new text: without memory for it, the old content must stay where it is.
+    const pugi::xml_node made =
+        text.empty() ? pugi::xml_node() : NewChild(element, pugi::node_pcdata, {}, text);
+    while (!SameNode(element.first_child(), made)) Detach(element.first_child());
 }

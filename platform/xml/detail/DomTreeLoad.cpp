@@ -3,6 +3,7 @@
 #include <cstring>
 #include <new>
 #include <string>
+#include <utility>
 
 #include <platform/com/ComError.h>
 #include <platform/xml/detail/DomEncoding.h>
@@ -90,25 +91,51 @@ bool DomTree::RefuseText(const XmlFault& fault, std::string_view text) {
     return Refuse(DOM_E_MALFORMED, fault.reason);
 }
 
-bool DomTree::LoadFile(const char* path) {
-    m_parseError = IXMLDOMParseError();
-    m_parseError.m_url = path;
-    DomBuffer text;
-    if (const int error = ReadDomFile(path, text); error != 0) {
-        CheckDomMemory(error != ENOMEM);
-        return Refuse(ResultFromBits(0x80070000u | static_cast<unsigned>(error)),
-                      std::strerror(error));
+// Does the work of a load, whose outcome the parse error tells, also when there is no memory.
+// The work begins the new record itself, after it has taken its copy of what is to be loaded:
+// that may be a text of the old record.
+template <class Work>
+bool DomTree::Recorded(CString& url, Work work) {
+    try {
+        return WithDomMemory(work);
+    } catch (const _com_error& error) {
+        // What was written into the record until then may be a part of the truth.
+        IXMLDOMParseError failure;
+        failure.m_errorCode = error.Error();
+        // Short enough to need no memory.
+        failure.m_reason = "Out of memory.";
+        failure.m_url = std::move(url);
+        m_parseError = std::move(failure);
+        throw;
     }
-    if (const auto fault = ConvertToUtf8(text)) return RefuseText(*fault, {});
-    return Load(text);
+}
+
+bool DomTree::LoadFile(std::string_view path) {
+    CString url;
+    return Recorded(url, [&] {
+        url = path.substr(0, path.find('\0'));
+        m_parseError = IXMLDOMParseError();
+        m_parseError.m_url = url;
+        DomBuffer text;
+        if (const int error = ReadDomFile(url.GetString(), text); error != 0) {
+            CheckDomMemory(error != ENOMEM);
+            return Refuse(ResultFromBits(0x80070000u | static_cast<unsigned>(error)),
+                          std::strerror(error));
+        }
+        if (const auto fault = ConvertToUtf8(text)) return RefuseText(*fault, {});
+        return Load(text);
+    });
 }
 
 bool DomTree::LoadText(std::string_view source) {
-    m_parseError = IXMLDOMParseError();
-    DomBuffer text(source.size());
-    CheckDomMemory(static_cast<bool>(text));
-    std::copy(source.begin(), source.end(), text.Data());
-    return Load(text);
+    CString none;
+    return Recorded(none, [&] {
+        DomBuffer text(source.size());
+        CheckDomMemory(static_cast<bool>(text));
+        std::copy(source.begin(), source.end(), text.Data());
+        m_parseError = IXMLDOMParseError();
+        return Load(text);
+    });
 }
 
 bool DomTree::Load(DomBuffer& text) {
