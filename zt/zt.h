@@ -36,6 +36,7 @@
 #include <zt/interfaces/DataContext.h>
 #include <zt/interfaces/IArray.h>
 #include <zt/interfaces/IArray2.h>
+#include <zt/interfaces/IArrayNum.h>
 #include <zt/interfaces/IArray_PW.h>
 #include <zt/interfaces/IBlob.h>
 #include <zt/interfaces/IDataContext.h>
@@ -47,16 +48,19 @@
 #include <zt/interfaces/IQueryClient.h>
 #include <zt/interfaces/IRange.h>
 #include <zt/interfaces/IRefMap_ZT.h>
+#include <zt/interfaces/ITypeBasic_ZT.h>
 #include <zt/interfaces/InterfaceIds.h>
 #include <zt/interfaces/InterfacePart.h>
 #include <zt/interfaces/ListOI.h>
 #include <zt/interfaces/ListParts.h>
 #include <zt/interfaces/MapOI.h>
+#include <zt/interfaces/NumArrayOI.h>
 #include <zt/interfaces/OIObj.h>
 #include <zt/interfaces/Object_ZtOI.h>
 #include <zt/interfaces/RangeR1OI.h>
 #include <zt/interfaces/RangeS1OI.h>
 #include <zt/interfaces/ResultCodes.h>
+#include <zt/interfaces/TypeBasicOI.h>
 #include <zt/interfaces/VariantArrayOperations.h>
 #include <zt/memory/BlobCached.h>
 #include <zt/memory/BlobSet.h>

@@ -3,6 +3,7 @@
 
 #include <zt/interfaces/IArray.h>
 #include <zt/interfaces/IArray2.h>
+#include <zt/interfaces/IArrayNum.h>
 #include <zt/interfaces/IArray_PW.h>
 #include <zt/interfaces/IBlob.h>
 #include <zt/interfaces/IDataContext.h>
@@ -14,6 +15,7 @@
 #include <zt/interfaces/IQueryClient.h>
 #include <zt/interfaces/IRange.h>
 #include <zt/interfaces/IRefMap_ZT.h>
+#include <zt/interfaces/ITypeBasic_ZT.h>
 #include <zt/interfaces/InterfaceIds.h>
 #include <zt/interfaces/ResultCodes.h>
 
@@ -41,9 +43,9 @@ namespace {
 template <class Interface>
 struct InterfaceDeclaration : testing::Test {};
 
-using AllInterfaces =
-    testing::Types<IObject_ZT, IList64, IIterator64, IDictionary_ZT, INotify, IQueryClient,
-                   IRefMap_ZT, IArray, IArray2, IArray_PW, IBlob, IDataContext, IRange>;
+using AllInterfaces = testing::Types<IObject_ZT, IList64, IIterator64, IDictionary_ZT, INotify,
+                                     IQueryClient, IRefMap_ZT, IArray, IArray2, IArray_PW, IBlob,
+                                     IDataContext, IRange, IArrayNum, ITypeBasic_ZT>;
 TYPED_TEST_SUITE(InterfaceDeclaration, AllInterfaces);
 
 TYPED_TEST(InterfaceDeclaration, IsATableOfOperationsAndNothingElse) {
