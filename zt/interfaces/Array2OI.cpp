@@ -1,3 +1,4 @@
+#include <platform/object/NewObject.h>
 #include <zt/interfaces/Array2OI.h>
 
 namespace ZT {
@@ -27,7 +28,7 @@ Array2OI::~Array2OI() = default;
 
 HRESULT Array2OI::Create(IArray* p, void** ppv) {
     if (p == nullptr || ppv == nullptr) return DISP_E_PARAMNOTOPTIONAL;
-    auto* const made = new Array2OI(p);
+    auto* const made = AfxNewObject<Array2OI>(p);
     return made->m_xArray2.QueryInterface(IID_IArray2, ppv);
 }
 

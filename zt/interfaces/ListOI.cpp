@@ -1,3 +1,4 @@
+#include <platform/object/NewObject.h>
 #include <zt/interfaces/ListOI.h>
 
 namespace ZT {
@@ -7,7 +8,7 @@ ListOI::ListOI() : ListOI(false) {}
 ListOI::ListOI(bool bInterfaces) : ListOI(nullptr, nullptr, bInterfaces) {}
 
 ListOI::ListOI(bool bInterfaces, bool bOwner)
-    : ListOI(bOwner ? new CObList(10) : nullptr, nullptr, bInterfaces) {
+    : ListOI(bOwner ? AfxNewObject<CObList>(10) : nullptr, nullptr, bInterfaces) {
     m_bOwner = bOwner;
 }
 

@@ -1,3 +1,4 @@
+#include <platform/object/NewObject.h>
 #include <zt/interfaces/MapOI.h>
 
 namespace ZT {
@@ -21,7 +22,8 @@ std::int16_t Truth(bool b) {
 
 MapOI::MapOI() : MapOI(false) {}
 
-MapOI::MapOI(bool bOwner) : m_pMap(bOwner ? new CMapPtrToPtr(10) : nullptr), m_bOwner(bOwner) {}
+MapOI::MapOI(bool bOwner)
+    : m_pMap(bOwner ? AfxNewObject<CMapPtrToPtr>(10) : nullptr), m_bOwner(bOwner) {}
 
 // The map now has two owners, deliberately.
 MapOI::MapOI(const MapOI& other) = default;
