@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "section/DocumentFile.h"
+#include "section/Label.h"
 #include "section/Number.h"
 #include "section/PicturePanels.h"
 #include "section/PictureShapes.h"
@@ -135,10 +136,6 @@ std::string Legend(const std::vector<Entry>& entries, double top) {
     return text;
 }
 
-std::string FileName(const Model& model) {
-    return std::filesystem::path(std::string(model.m_source)).filename().string();
-}
-
 /// Which layers are shown.
 std::string ShownText(const Model& model, std::size_t shown) {
     const std::size_t all = model.m_layers.All().size();
@@ -165,7 +162,7 @@ std::string Heading(const Model& model, std::size_t shown) {
                               Number(layers.Thickness()) +
                               " thick, from z = " + Number(layers.Height().m_min) + " to " +
                               Number(layers.Height().m_max) + "; lengths in STL units";
-    return Words({left, 44}, "Sections of " + FileName(model), 20, kInk, true) +
+    return Words({left, 44}, "Sections of " + LabelOf(model), 20, kInk, true) +
            Words({left, 66}, facts, 12, kFaintInk) +
            Words({left, 83}, ShownText(model, shown), 12, kFaintInk);
 }
@@ -251,7 +248,7 @@ std::string Drawn(const Model& model, const std::deque<Section>& sections, doubl
          {"height", height},
          {"viewBox", "0 0 " + width + ' ' + height},
          {"font-family", "sans-serif"}},
-        "\n" + SvgElement("title", {}, Escaped("Sections of " + FileName(model))) +
+        "\n" + SvgElement("title", {}, Escaped("Sections of " + LabelOf(model))) +
             SvgElement("rect", {{"width", width}, {"height", height}, {"fill", "#ffffff"}}) + body);
 }
 

@@ -31,7 +31,8 @@ inline constexpr std::size_t kMostPanels = 12;
 /// tells.
 std::string SectionPicture(const Model& model, const std::deque<Section>& sections);
 
-/// The picture of the telling layers of `model`.
+/// The picture of the telling layers of `model`. Its title is the label. Throws `Failure` if the
+/// program lacks the text for it.
 std::string DrawModel(const Model& model);
 
 /// Writes `svg` to `path`. The file is whole or it isn't there: a failure leaves what stood

@@ -116,7 +116,7 @@ TEST(Picture, IsAnSvgDocumentOfItsOwn) {
 
 TEST(Picture, TellsWhatItShows) {
     const std::string svg = Drawing(test::Ring(), {.m_step = 0.5});
-    EXPECT_THAT(svg, AllOf(HasSubstr(">Sections of a.stl<"),
+    EXPECT_THAT(svg, AllOf(HasSubstr(">Sections of a.stl, "),
                            HasSubstr(">16 facets; 2 layers along "
                                      "z, each 0.5 thick, from z = "
                                      "0 to 1; lengths in STL "
@@ -168,7 +168,7 @@ TEST(Picture, ShowsAnOpenChain) {
 TEST(Picture, EscapesTheNameOfTheMesh) {
     const std::string svg = Drawing(test::Cube(), {}, "there/a <b> & \x01.stl");
     ExpectXml(svg);
-    EXPECT_THAT(svg, HasSubstr(">Sections of a &lt;b&gt; &amp; �.stl<"));
+    EXPECT_THAT(svg, HasSubstr(">Sections of a &lt;b&gt; &amp; �.stl, "));
 }
 
 TEST(Picture, TellsThatThereIsNothingToShow) {

@@ -13,6 +13,7 @@
 #include "section/Picture.h"
 #include "section/Report.h"
 #include "section/StlReader.h"
+#include "section/Texts.h"
 
 namespace section {
 namespace {
@@ -77,6 +78,7 @@ Model StoreAndCompare(const Model& model, const fs::path& path, ProgressLine& pr
 }
 
 void CutMesh(const Options& options, ProgressLine& progress, std::ostream& out) {
+    CheckTexts();
     const fs::path file = options.m_file.empty() ? UsualMesh(kUsualMesh) : options.m_file;
     const Result result = Work(file, options, progress);
     const fs::path document = options.m_folder / "model.xml";
@@ -94,6 +96,7 @@ void CutMesh(const Options& options, ProgressLine& progress, std::ostream& out) 
 
 /// Prints a stored model, and draws it again if a folder is named.
 void ReadModel(const Options& options, ProgressLine& progress, std::ostream& out) {
+    CheckTexts();
     progress.Stage("loading " + Printable(options.m_file.string()));
     const Model model = LoadModel(options.m_file);
     const fs::path picture = options.m_folder / "section.svg";

@@ -11,6 +11,9 @@
 #include <limits>
 #include <string>
 
+#include <zt/memory/HXBlob.h>
+#include <zt/memory/ResourceManager.h>
+
 #include "section/Failure.h"
 #include "section/TestFiles.h"
 
@@ -35,10 +38,10 @@ class Program : public test::InFolder {
 protected:
     /// Runs the program in the test's folder, with `arguments` as a shell reads
     /// them. `setup` stands before it on the shell's line.
-    Outcome Run(const std::string& arguments, const std::string& setup = "") const {
-        const std::string line = "cd '" + m_folder.string() + "' && " + setup + " '" +
-                                 SECTION_PROGRAM + "' " + arguments +
-                                 " >stdout.txt 2>stderr.txt </dev/null";
+    Outcome Run(const std::string& arguments, const std::string& setup = "",
+                const std::string& program = SECTION_PROGRAM) const {
+        const std::string line = "cd '" + m_folder.string() + "' && " + setup + " '" + program +
+                                 "' " + arguments + " >stdout.txt 2>stderr.txt </dev/null";
         const int raw = std::system(line.c_str());
         return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, test::Content(m_folder / "stdout.txt"),
                 test::Content(m_folder / "stderr.txt")};
@@ -71,7 +74,7 @@ TEST_F(Program, CutsAnAsciiMesh) {
     EXPECT_EQ(outcome.err, "");
     EXPECT_THAT(
         outcome.out,
-        AllOf(StartsWith("Mesh      a.stl\n          4 facets;"), HasSubstr("20 layers"),
+        AllOf(StartsWith("Mesh      a.stl\n          4 facets, 4 points;"), HasSubstr("20 layers"),
               EndsWith("Written   out/model.xml\n"
                        "          loaded again: the same bytes, and numbers within six digits\n"
                        "          out/section.svg\n")));
@@ -80,9 +83,9 @@ TEST_F(Program, CutsAnAsciiMesh) {
 
 TEST_F(Program, SaysTheSameOfABinaryMesh) {
     Write("a.stl", AsciiStl(test::Tetrahedron()));
-    const std::string ascii = Run("a.stl").out;
+    const std::string ascii = Run("a.stl --without-input").out;
     Write("a.stl", BinaryStl(test::Tetrahedron(), 4, "solid a"));
-    EXPECT_EQ(Run("a.stl").out, ascii);
+    EXPECT_EQ(Run("a.stl --without-input").out, ascii);
 }
 
 TEST_F(Program, CutsByNumberOrByStep) {
@@ -147,7 +150,7 @@ TEST_F(Program, TakesAFlatMeshAOneFacetMeshAndADegenerateOne) {
         Write("odd.stl", BinaryStl(facets));
         const Outcome outcome = Run("odd.stl");
         EXPECT_EQ(outcome.status, 0) << outcome.err;
-        EXPECT_THAT(outcome.out, HasSubstr("1 facet;"));
+        EXPECT_THAT(outcome.out, HasSubstr("1 facet, "));
         EXPECT_THAT(outcome.out, testing::Not(HasSubstr("nan")));
     }
 }
@@ -274,6 +277,20 @@ TEST_F(Program, KeepsTheOlderModelWhenTheMeshIsBad) {
     EXPECT_EQ(Run("a.stl").status, 1);
     EXPECT_EQ(test::Content(m_folder / "out" / "model.xml"), older);
     EXPECT_EQ(test::Content(m_folder / "out" / "section.svg"), picture);
+}
+
+// ------------------------------------------------------------------------- own texts
+
+TEST_F(Program, SaysWhichTextItLacks) {
+    Write("a.stl", AsciiStl(test::Tetrahedron()));
+    for (const char* const name : {"Report", "Label"}) {
+        const fs::path stripped = m_folder / "stripped";
+        fs::copy_file(SECTION_PROGRAM, stripped, fs::copy_options::overwrite_existing);
+        ZT::HXBlob nothing;
+        ASSERT_TRUE(ZT::ResourceManager::UpdateResourceA(stripped.c_str(), name, "TEXT", nothing));
+        ExpectFailure(Run("a.stl", "", "./stripped"), std::string("this program lacks its text '") +
+                                                          name + "', the resource TEXT/" + name);
+    }
 }
 
 // ------------------------------------------------------------------------- bad output

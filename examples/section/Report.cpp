@@ -10,6 +10,7 @@
 
 #include "section/Failure.h"
 #include "section/Number.h"
+#include "section/Texts.h"
 
 namespace section {
 namespace {
@@ -32,10 +33,6 @@ std::size_t WidthOf(std::string_view text) {
 
 std::string Right(const std::string& text, std::size_t width) {
     return std::string(width - std::min(width, WidthOf(text)), ' ') + text;
-}
-
-std::string Title(const std::string& text) {
-    return text + std::string(kTitleWidth - text.size(), ' ');
 }
 
 /// How lengths up to a longest one are written, so that their points stand below one
@@ -106,17 +103,20 @@ std::string RunText(const ContourFigures& contours) {
            std::to_string(contours.m_run.GetRank());
 }
 
-std::string MeshRows(const Model& model) {
-    return Title("Mesh") + Printable(model.m_source) + '\n' + Title("") +
-           Plural(model.m_mesh.FacetCount(), "facet") + "; lengths in STL units\n" + Title("") +
-           std::to_string(model.m_facings.m_nSide) + " facing sideways, " +
-           std::to_string(model.m_facings.m_nHorizontal) + " horizontal, " +
-           std::to_string(model.m_facings.m_nDegenerate) + " degenerate\n";
+/// What the document has of the file that the mesh was read from.
+std::string InputText(const Input& input) {
+    if (input.IsKept()) {
+        return Plural(input.Size(), "byte") + ", stored with the model";
+    }
+    if (input.Size() > Input::kMost) {
+        return Plural(input.Size(), "byte") + ", not stored with the model: more than " +
+               std::to_string(Input::kMost);
+    }
+    return "not stored with the model";
 }
 
 std::string BoundsRows(const Model& model, const LengthFormat& format) {
-    std::string rows = Title("Bounds") + Right("from", kColumnWidth) + Right("to", kColumnWidth) +
-                       Right("length", kColumnWidth) + '\n';
+    std::string rows;
     for (const Axis axis : {eAxisX, eAxisY, eAxisZ}) {
         const ZT::RangeR1& range = model.m_bounds.m_axes[axis];
         rows += Right(std::string(1, "xyz"[axis]), kTitleWidth) + format.Columns(range) +
@@ -134,13 +134,6 @@ std::string LayerRow(const Layers& layers, std::size_t index, const LengthFormat
            Right(std::to_string(contours.m_nLoops), kCountWidth - 2) +
            Right(std::to_string(contours.m_nOpen), kCountWidth - 2) +
            format.Column(contours.m_length) + Right(RunText(contours), kCountWidth) + '\n';
-}
-
-std::string LayerHeading() {
-    return Title("Layers") + Right("from", kColumnWidth) + Right("to", kColumnWidth) +
-           Right("facets", kCountWidth) + Right("facing (degrees)", kArcWidth) +
-           Right("loops", kCountWidth - 2) + Right("open", kCountWidth - 2) +
-           Right("length", kColumnWidth) + Right("convex", kCountWidth) + '\n';
 }
 
 /// A share in percent, or "-" where it is a share of nothing.
@@ -172,19 +165,12 @@ std::string FillRow(const Layers& layers, std::size_t index, const LengthFormat&
            Right(ArcText(layer.m_reach.m_hardest), kArcWidth) + '\n';
 }
 
-std::string FillHeading() {
-    return Title("Middle") + Right("material", kColumnWidth) + Right("voids", kColumnWidth) +
-           Right("share", kShareWidth) + Right("carried", kShareWidth) +
-           Right("odd", kCountWidth - 2) + Right("reached", kReachWidth) +
-           Right("free", kShareWidth) + Right("hardest way", kArcWidth) + '\n';
-}
-
-/// A heading and a row for each layer, or for the first and the last of many.
+/// A row for each layer, or for the first and the last of many.
 template <class Row>
-std::string LayerRows(const std::string& heading, const Layers& layers, const Row& row) {
+std::string LayerRows(const Layers& layers, const Row& row) {
     const std::size_t count = layers.All().size();
     const bool all = count <= kMostRows;
-    std::string rows = heading;
+    std::string rows;
     for (std::size_t i = 0; i < (all ? count : kRowsAtEachEnd); ++i) {
         rows += row(i);
     }
@@ -199,10 +185,10 @@ std::string LayerRows(const std::string& heading, const Layers& layers, const Ro
 }
 
 /// The scan lines, and what was odd along them.
-std::string ScanRows(const Model& model) {
+std::string ScanText(const Model& model) {
     const std::size_t lines = model.m_layers.LinesIn(model.m_bounds).Places().size();
     if (lines == 0) {
-        return Title("Scan") + "no lines: the bounds are flat along x or y\n";
+        return "no lines: the bounds are flat along x or y";
     }
     ZT::uint64 slivers = 0, unpaired = 0;
     for (const Layer& layer : model.m_layers.All()) {
@@ -210,25 +196,25 @@ std::string ScanRows(const Model& model) {
         unpaired += layer.m_fill.m_nUnpaired;
     }
     const double spacing = model.m_bounds.m_axes[eAxisY].GetLength() / static_cast<double>(lines);
-    return Title("Scan") + Plural(lines, "line") + " along x on each layer, " + Number(spacing) +
-           " apart\n" + Title("") + Plural(slivers, "sliver") + " cleaned away, " +
-           Plural(unpaired, "crossing") + " without a partner\n";
+    return Plural(lines, "line") + " along x on each layer, " + Number(spacing) + " apart\n" +
+           Right("", kTitleWidth) + Plural(slivers, "sliver") + " cleaned away, " +
+           Plural(unpaired, "crossing") + " without a partner";
 }
 
-/// The grid: its layers and knots, and how many layers a facet covers at most.
-std::string GridRows(const Layers& layers) {
-    std::string rows =
-        Title("Grid") + Plural(layers.All().size(), "layer") + " along z, " +
-        Number(layers.Thickness()) + " thick; " + Plural(layers.KnotCount(), "knot") + " from " +
-        Number(layers.Height().m_min) + " to " + Number(layers.Height().m_max) + '\n';
-    const ZT::RangeInt& cover = layers.LongestCover();
-    const std::string first = std::to_string(cover.m_min + 1);
-    return rows + Title("") + "a facet covers " +
-           (cover.IsSingleton()
-                ? "1 layer"
-                : Plural(static_cast<ZT::uint64>(cover.GetCount()), "layer") +
-                      " at most: " + first + " to " + std::to_string(cover.m_max + 1)) +
-           '\n';
+/// How many layers a facet covers at most, and which.
+std::string CoverText(const ZT::RangeInt& cover) {
+    if (cover.IsSingleton()) {
+        return "1 layer";
+    }
+    return Plural(static_cast<ZT::uint64>(cover.GetCount()), "layer") +
+           " at most: " + std::to_string(cover.m_min + 1) + " to " +
+           std::to_string(cover.m_max + 1);
+}
+
+/// Rows without the end of the last one, which stands in the text of the report.
+std::string Inner(std::string rows) {
+    rows.pop_back();
+    return rows;
 }
 
 }  // namespace
@@ -237,13 +223,26 @@ void PrintModel(std::ostream& out, const Model& model) {
     const Layers& layers = model.m_layers;
     const LengthFormat format(LongestOf(model.m_bounds));
     const LengthFormat sumFormat(LengthOf(layers.LinesIn(model.m_bounds)));
-    out << MeshRows(model) << GridRows(layers) << ScanRows(model) << '\n'
-        << BoundsRows(model, format) << '\n'
-        << LayerRows(LayerHeading(), layers,
-                     [&](std::size_t i) { return LayerRow(layers, i, format); })
-        << '\n'
-        << LayerRows(FillHeading(), layers,
-                     [&](std::size_t i) { return FillRow(layers, i, sumFormat); });
+    const auto layerRow = [&](std::size_t i) { return LayerRow(layers, i, format); };
+    const auto fillRow = [&](std::size_t i) { return FillRow(layers, i, sumFormat); };
+    out << FilledResource(kReportText,
+                          {{"source", Printable(model.m_source)},
+                           {"facets", Plural(model.m_mesh.FacetCount(), "facet")},
+                           {"points", Plural(model.m_mesh.VertexCount(), "point")},
+                           {"sideways", std::to_string(model.m_facings.m_nSide)},
+                           {"horizontal", std::to_string(model.m_facings.m_nHorizontal)},
+                           {"degenerate", std::to_string(model.m_facings.m_nDegenerate)},
+                           {"input", InputText(model.m_input)},
+                           {"layers", Plural(layers.All().size(), "layer")},
+                           {"step", Number(layers.Thickness())},
+                           {"knots", Plural(layers.KnotCount(), "knot")},
+                           {"low", Number(layers.Height().m_min)},
+                           {"high", Number(layers.Height().m_max)},
+                           {"cover", CoverText(layers.LongestCover())},
+                           {"scan", ScanText(model)},
+                           {"bounds", Inner(BoundsRows(model, format))},
+                           {"layerRows", Inner(LayerRows(layers, layerRow))},
+                           {"middleRows", Inner(LayerRows(layers, fillRow))}});
 }
 
 }  // namespace section

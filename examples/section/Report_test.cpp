@@ -19,6 +19,8 @@ std::string Printed(const Mesh& mesh, const Cut& cut) {
     return out.str();
 }
 
+class ReportInFolder : public test::InFolder {};
+
 /// A facet that stands on the ground with the given height.
 Mesh Standing(float height) {
     return {{{Point{0, 0, 0}, Point{0, 0, height}, Point{height, 0, 0}}}};
@@ -27,8 +29,9 @@ Mesh Standing(float height) {
 TEST(Report, StandsInColumns) {
     EXPECT_EQ(Printed(Mesh{test::Tetrahedron()}, Cut{.m_count = 2}),
               "Mesh      a.stl\n"
-              "          4 facets; lengths in STL units\n"
+              "          4 facets, 4 points; lengths in STL units\n"
               "          3 facing sideways, 1 horizontal, 0 degenerate\n"
+              "Input     not stored with the model\n"
               "Grid      2 layers along z, 2 thick; 3 knots from 0 to 4\n"
               "          a facet covers 2 layers at most: 1 to 2\n"
               "Scan      64 lines along x on each layer, 0.03125 apart\n"
@@ -62,9 +65,27 @@ TEST(Report, KeepsAForeignNameOnItsLine) {
     EXPECT_THAT(out.str(), testing::StartsWith("Mesh      two�lines�\n"));
 }
 
+TEST_F(ReportInFolder, TellsWhatIsStoredOfTheInput) {
+    Model model("a.stl", Standing(1), {});
+    const auto printed = [&] {
+        std::ostringstream out;
+        PrintModel(out, model);
+        return out.str();
+    };
+    model.m_input = Input(Write("a.stl", "seven b"));
+    EXPECT_THAT(printed(), HasSubstr("\nInput     7 bytes, stored with the model\n"));
+
+    // A file with a hole, which takes no room.
+    const std::filesystem::path large = Write("large.stl", "");
+    std::filesystem::resize_file(large, Input::kMost + 1);
+    model.m_input = Input(large);
+    EXPECT_THAT(printed(), HasSubstr("\nInput     67108865 bytes, not stored with the model: more "
+                                     "than 67108864\n"));
+}
+
 TEST(Report, TellsOneFacetAndOneLayer) {
     const std::string printed = Printed(Standing(1), Cut{.m_count = 1});
-    EXPECT_THAT(printed, HasSubstr(" 1 facet;"));
+    EXPECT_THAT(printed, HasSubstr(" 1 facet, 3 points;"));
     EXPECT_THAT(printed, HasSubstr(" 1 layer along z"));
 }
 
