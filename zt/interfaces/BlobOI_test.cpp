@@ -128,6 +128,15 @@ TEST_F(BlobOITest, CopyGoesOnUsingTheEmbeddedBlobOfTheOther) {
     EXPECT_EQ(original.GetRef(), 1u);
 }
 
+TEST_F(BlobOITest, CopyKeepsTheByValueMode) {
+    object.SetByVal(true, false);
+    Open copy(object);
+    EXPECT_EQ(copy.m_pBlob, &client);
+    EXPECT_EQ(copy.AddRef(), 1u);
+    EXPECT_EQ(copy.Release(), 0u);
+    EXPECT_EQ(destroyed, 0);
+}
+
 TEST_F(BlobOITest, ConstructMakesItShowItsOwnBlobAsItIs) {
     alignas(Open) std::byte memory[sizeof(Open)];
     Open& raw = *new (memory) Open(&client);
@@ -330,6 +339,21 @@ TEST_F(BlobOITest, LargeFileOfACachedBlobStaysInItsTemporaryFile) {
     ASSERT_NE(array, nullptr);
     EXPECT_TRUE(BytesIn(array) == content);
     SafeArrayDestroy(array);
+}
+
+TEST_F(BlobOITest, LargeArrayGoesToTheTemporaryFileOfACachedBlob) {
+    const TempDirectory temporary;
+    const std::string content = Pattern(10001);
+    Open caching(true, true);
+    const std::unique_ptr<HXBlob> allocated(caching.m_pBlob);
+    SAFEARRAY* array = ArrayOf(content);
+    EXPECT_EQ(caching.m_xBlob.SetData(&array), S_OK);
+    SafeArrayDestroy(array);
+    std::uint32_t size = 0;
+    EXPECT_EQ(caching.m_xBlob.GetSize(&size), S_OK);
+    EXPECT_EQ(size, 10001u);
+    EXPECT_EQ(allocated->m_nSize, 0u) << "nothing in memory";
+    EXPECT_TRUE(BytesOf(temporary.OnlyFile()) == content);
 }
 
 TEST_F(BlobOITest, CachedBlobThatWasNotReadBackGivesNoElements) {

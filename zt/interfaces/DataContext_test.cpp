@@ -172,6 +172,7 @@ TEST_F(DataContextTest, ClassRecordSkipsTheRootOfCountedObjects) {
     EXPECT_EQ(record.m_nObjectSize, static_cast<INT>(sizeof(DataContext)));
     EXPECT_EQ(record.m_wSchema, 0xFFFFu);
     EXPECT_EQ(record.m_pfnCreateObject, nullptr);
+    EXPECT_EQ(record.CreateObject(), nullptr);
     EXPECT_EQ(DataContext::GetThisClass(), &record);
     const DataContext plain;
     EXPECT_EQ(plain.GetRuntimeClass(), &record);

@@ -5,6 +5,8 @@
 #include <zt/interfaces/NumArrayOI.h>
 #include <zt/modules/DynaModule.h>
 
+#include <memory>
+
 namespace ZT {
 
 TypeBasicOI::TypeBasicOI() : TypeBasicOI(0) {}
@@ -44,13 +46,13 @@ HRESULT TypeBasicOI::XTypeBasic_ZT::GetCompatibleTypes(IUnknown** types) {
     if (types == nullptr) return S_OK;
     CArray<int, int> compatible;
     DynaModule::GetCompatibleTypes(Owner().m_nType, compatible);
-    auto* const numbers = AfxNewObject<NumArrayOI>(true);
-    CArray<double, double>* array = nullptr;
+    std::unique_ptr<NumArrayOI> numbers(AfxNewObject<NumArrayOI>(true));
+    NumArrayOI::Array* array = nullptr;
     numbers->QueryInterface(IID_NativeObject, reinterpret_cast<void**>(&array));
     array->SetSize(compatible.GetSize());
     for (INT_PTR i = 0; i < compatible.GetSize(); ++i) array->SetAt(i, compatible[i]);
     // The reference of the constructor deliberately stays, without an owner.
-    return numbers->QueryInterface(IID_IArrayNum, reinterpret_cast<void**>(types));
+    return numbers.release()->QueryInterface(IID_IArrayNum, reinterpret_cast<void**>(types));
 }
 
 }  // namespace ZT
