@@ -1,5 +1,6 @@
 #include "section/MeshBuilder.h"
 
+#include <algorithm>
 #include <bit>
 #include <utility>
 
@@ -25,9 +26,22 @@ bool AreSame(const unsigned char* row, const Point& point) {
     return std::memcmp(row, &point, sizeof point) == 0;
 }
 
+/// Room for `count` rows, of which none is in use.
+void Reserve(ZT::BufferBase& rows, std::size_t count) {
+    if (count > 0) {
+        rows.AllocateEx(static_cast<ZT::ulong>(count));
+        rows.AllocateEx(0);
+    }
+}
+
 }  // namespace
 
-MeshBuilder::MeshBuilder() : m_table(kFirstTable), m_nShift(ShiftFor(kFirstTable)) {}
+MeshBuilder::MeshBuilder(std::size_t facets)
+    : m_table(std::bit_ceil(std::max(kFirstTable, facets + facets / 8))),
+      m_nShift(ShiftFor(m_table.size())) {
+    Reserve(m_mesh.m_facets, facets);
+    Reserve(m_mesh.m_vertices, facets / 2 + facets / 16);
+}
 
 void MeshBuilder::Add(const Facet& facet) {
     Mesh::Corners corners;

@@ -15,7 +15,8 @@ namespace section {
 /// their coordinates are; a zero counts, and is kept, as the one without a sign.
 class MeshBuilder {
 public:
-    MeshBuilder();
+    /// Room for as many facets in advance, and for the vertices that a closed mesh has of them.
+    explicit MeshBuilder(std::size_t facets = 0);
 
     void Add(const Facet& facet);
 

@@ -54,6 +54,16 @@ TEST(MeshBuilder, BeginsAgainWhenItsMeshIsTaken) {
     EXPECT_EQ(FacetsOf(builder.Take()), std::vector<Facet>{test::Tetrahedron()[0]});
 }
 
+TEST(MeshBuilder, TakesMoreAndLessThanItHasRoomFor) {
+    for (const std::size_t facets : {std::size_t{1}, std::size_t{12}, std::size_t{1000}}) {
+        MeshBuilder builder(facets);
+        for (const Facet& facet : test::Cube()) {
+            builder.Add(facet);
+        }
+        EXPECT_TRUE(builder.Take() == Mesh(test::Cube())) << facets;
+    }
+}
+
 TEST(MeshBuilder, FindsEveryPointAgainAmongMany) {
     EXPECT_TRUE(rc::check("a mesh has the facets it was given, and no point twice", [] {
         const auto coordinate = rc::gen::map(rc::gen::inRange(-4, 5),

@@ -270,7 +270,7 @@ Mesh ReadBinary(BlockInput& in) {
     const std::string_view header = in.Peek(kHeaderSize);
     CheckHeader(header, in.Length());
     const std::uint64_t count = FacetCount(header);
-    MeshBuilder mesh;
+    MeshBuilder mesh(static_cast<std::size_t>(count));
     in.Skip(kHeaderSize);
     for (std::uint64_t i = 0; i < count; ++i) {
         const std::string_view record = in.Peek(kRecordSize);
