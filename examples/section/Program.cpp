@@ -94,6 +94,12 @@ void CutMesh(const Options& options, ProgressLine& progress, std::ostream& out) 
         << Printable(picture.string()) << '\n';
 }
 
+/// The picture of a stored model. The bounds are those of its mesh, which came back exactly.
+std::string DrawAgain(Model model) {
+    model.m_bounds = Bounds(model.m_mesh);
+    return DrawModel(model);
+}
+
 /// Prints a stored model, and draws it again if a folder is named.
 void ReadModel(const Options& options, ProgressLine& progress, std::ostream& out) {
     CheckTexts();
@@ -102,7 +108,7 @@ void ReadModel(const Options& options, ProgressLine& progress, std::ostream& out
     const fs::path picture = options.m_folder / "section.svg";
     if (options.m_bFolder) {
         MakeFolder(options.m_folder);
-        StorePicture(DrawModel(model), picture);
+        StorePicture(DrawAgain(model), picture);
     }
     progress.Clear();
     PrintModel(out, model);
