@@ -80,4 +80,7 @@ ZTP_API BOOL CloseHandle(HANDLE timer);
 /// that were due at the same time the sleep is over, however much time is left, and the result
 /// is `WAIT_IO_COMPLETION`; so it is when another thread closed a timer. The result is 0 when
 /// the time is over. Without `alertable` it is `Sleep`.
+///
+/// While there is no memory to look for what is due, nothing is called: the calls are made by the
+/// first sleep, this one or a later one, that finds some.
 ZTP_API DWORD SleepEx(DWORD milliseconds, BOOL alertable);

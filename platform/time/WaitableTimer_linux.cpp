@@ -194,15 +194,36 @@ private:
     std::optional<Clock::time_point> m_end;
 };
 
+// What a sleep waits for: the event of the thread, then its armed timers.
+struct Watch {
+    std::vector<TimerPtr> timers;
+    std::vector<pollfd> events;
+};
+
+// None without memory.
+std::optional<Watch> WatchOf(const std::shared_ptr<Sleeper>& sleeper) {
+    return WithinMemory(
+        [&] {
+            Watch watch{TimersOf(sleeper), {{sleeper->wake.Get(), POLLIN, 0}}};
+            for (const TimerPtr& timer : watch.timers)
+                watch.events.push_back({timer->clock.Get(), POLLIN, 0});
+            return std::optional(std::move(watch));
+        },
+        std::optional<Watch>());
+}
+
 // Waits once, until something happens to the thread or the time is over. Whether something
 // happened.
 bool WaitAndCall(const std::shared_ptr<Sleeper>& sleeper, const Deadline& deadline) {
-    const std::vector<TimerPtr> timers = TimersOf(sleeper);
-    std::vector<pollfd> events{{sleeper->wake.Get(), POLLIN, 0}};
-    for (const TimerPtr& timer : timers) events.push_back({timer->clock.Get(), POLLIN, 0});
-    deadline.Wait(events);
+    std::optional<Watch> watch = WatchOf(sleeper);
+    if (!watch) {
+        // The calls wait until there is memory to look for them.
+        Sleep(1);
+        return false;
+    }
+    deadline.Wait(watch->events);
     bool happened = sleeper->wake.Take() != 0;
-    for (const TimerPtr& timer : timers) happened |= CallIfDue(*timer, sleeper);
+    for (const TimerPtr& timer : watch->timers) happened |= CallIfDue(*timer, sleeper);
     return happened;
 }
 
@@ -271,7 +292,8 @@ BOOL CloseHandle(HANDLE handle) {
 }
 
 DWORD SleepEx(DWORD milliseconds, BOOL alertable) {
-    const auto sleeper = alertable ? SleeperOfThisThread() : nullptr;
+    const std::shared_ptr<Sleeper> none;
+    const auto sleeper = alertable ? WithinMemory(SleeperOfThisThread, none) : none;
     if (!sleeper) {
         // Without an event of its own the thread has armed no timer either.
         Sleep(milliseconds);

@@ -88,6 +88,15 @@ TEST_F(WaitableTimer, CallsOnceASleepWithAPeriod) {
     }
 }
 
+TEST_F(WaitableTimer, CallsComeAPeriodApart) {
+    const ULONGLONG before = GetTickCount64();
+    ASSERT_TRUE(timer.Set(-1, 40, called));
+    for (int sleep = 0; sleep < 3; ++sleep) SleepEx(kVeryLong, TRUE);
+    EXPECT_EQ(called.Count(), 3u);
+    // The third comes after two periods; a clock of milliseconds may show one less.
+    EXPECT_GE(GetTickCount64() - before, 79u);
+}
+
 TEST_F(WaitableTimer, TellsWhenEachCallWasDue) {
     ASSERT_TRUE(timer.Set(-1, 3, called));
     while (called.Count() < 4) SleepEx(kVeryLong, TRUE);
