@@ -362,15 +362,16 @@ protected:
         for (int64 k = 0; k < n; ++k) m_pData[at + k] = from[k];
     }
 
-    // Whether an element of this array may be one of `other`, too. The other one may stand on a
-    // part of these elements, by `Attach`.
+    // Whether an element of this array may be one of `other`, too, or lie in its block. The other
+    // one may stand on a part of these elements, by `Attach`.
     bool SharesWith(const CAISimpArr& other) const {
         const std::less<const T*> before;
-        return before(m_pData, other.m_pData + other.Existing()) &&
-               before(other.m_pData, m_pData + Existing());
+        const Elements own = AllElements();
+        const Elements others = other.AllElements();
+        return before(own.begin, others.end) && before(others.begin, own.end);
     }
 
-    // A deep copy up to the capacity.
+    // A deep copy of all elements that there are.
     static CAISimpArr DeepCopy(const CAISimpArr& src) {
         CAISimpArr copy;
         copy.SetSize(src.Existing());
@@ -388,10 +389,32 @@ protected:
     }
 
 private:
-    using Block = std::unique_ptr<T[]>;
+    struct Elements {
+        const T* begin;
+        const T* end;
+    };
 
-    // How many elements there are at least, whatever `Create` made of the capacity.
-    int64 Existing() const { return m_pData != nullptr ? std::max(m_nSize, m_nCount) : 0; }
+    // Elements, with their true number: the capacity of an array may be a smaller figure.
+    struct Block {
+        std::unique_ptr<T[]> elements;
+        int64 size;
+
+        Elements All() const { return {elements.get(), elements.get() + size}; }
+    };
+
+    // The whole block that the elements lie in; of those that are the caller's, as many as the
+    // figures tell.
+    Elements AllElements() const {
+        const std::less<const T*> before;
+        if (m_pBlock != nullptr) {
+            const Elements all = m_pBlock->All();
+            if (!before(m_pData, all.begin) && !before(all.end, m_pData)) return all;
+        }
+        return {m_pData, m_pData + (m_pData != nullptr ? std::max(m_nSize, m_nCount) : 0)};
+    }
+
+    // How many elements there are from the first one on, whatever `Create` made of the capacity.
+    int64 Existing() const { return AllElements().end - m_pData; }
 
     // Takes over all fields of `src`. The part in the present block is given up.
     void Share(const CAISimpArr& src) {
@@ -412,12 +435,12 @@ private:
     };
 
     static std::shared_ptr<Block> NewBlock(int64 n) {
-        Block elements(AfxNewArray<T>(static_cast<std::size_t>(n)));
+        std::unique_ptr<T[]> elements(AfxNewArray<T>(static_cast<std::size_t>(n)));
         if constexpr (std::is_trivially_default_constructible_v<T>) {
             std::fill_n(elements.get(), n, T());
         }
         try {
-            return std::make_shared<Block>(std::move(elements));
+            return std::make_shared<Block>(Block{std::move(elements), n});
         } catch (const std::bad_alloc&) {
             AfxThrowMemoryException();
         }
@@ -426,7 +449,7 @@ private:
     // Moves to a new block of `n` elements, the first `kept` of which are assigned from the old.
     void Reallocate(int64 n, int64 kept) {
         std::shared_ptr<Block> block = NewBlock(n);
-        T* const elements = block->get();
+        T* const elements = block->elements.get();
         for (int64 k = 0; k < kept; ++k) elements[k] = m_pData[k];
         m_pBlock = std::move(block);
         m_pData = elements;
@@ -435,7 +458,7 @@ private:
 
     // Gives up the part in the block, and leaves it to the caller if nobody else has one.
     void LeaveBlock() {
-        if (m_pBlock.use_count() == 1) static_cast<void>(m_pBlock->release());
+        if (m_pBlock.use_count() == 1) static_cast<void>(m_pBlock->elements.release());
         m_pBlock.reset();
     }
 

@@ -242,6 +242,25 @@ TEST_F(CAISimpArrCopies, SharingInsteadWithOneAttachedToTheElementsKeepsThem) {
     EXPECT_EQ(Item::Living(), 0);
 }
 
+TEST_F(CAISimpArrCopies, SharingInsteadKeepsTheWholeBlockWhateverTheFiguresSay) {
+    FreeingItems items;
+    items.Copy(ItemsOf({1, 2, 3}));
+    Items first;
+    Items rest;
+    first.Attach(items.GetData(), 1);
+    rest.Attach(items.GetData() + 1, 2);
+    items.SetCount(1);
+    items.Create(1);
+    items.ShareInstead(rest);
+    EXPECT_EQ(Item::Living(), 3);
+    EXPECT_THAT(Numbers(items), ElementsAre(2, 3));
+    // Those before the first one, too.
+    items.ShareInstead(first);
+    EXPECT_EQ(Item::Living(), 3);
+    EXPECT_THAT(Numbers(items), ElementsAre(1));
+    EXPECT_THAT(Numbers(rest), ElementsAre(2, 3));
+}
+
 // --- copying elements
 
 TEST_F(CAISimpArrCopies, CopyIsDeep) {
@@ -315,6 +334,24 @@ TEST_F(CAISimpArrCopies, CopyOfOneAttachedToTheElementsGivesElementsOfItsOwn) {
         items.Copy(view);
         EXPECT_NE(items.GetData(), before);
         EXPECT_THAT(Numbers(items), ElementsAre(first + 1, first + 2));
+    }
+}
+
+TEST_F(CAISimpArrCopies, CopyOfOneAttachedBeyondTheFiguresTakesTheElementsAsTheyWere) {
+    using Copying = void (*)(Items&, const Items&);
+    const Copying copyings[] = {
+        [](Items& items, const Items& view) { items.Copy(view); },
+        [](Items& items, const Items& view) { items.Copy(view, 0, 0); },
+        [](Items& items, const Items& view) { items.CopySubArr(view, 0, 1, false); },
+    };
+    for (const Copying copy : copyings) {
+        Items items = ItemsOf({1, 2, 3});
+        Items view;
+        view.Attach(items.GetData() + 1, 2);
+        items.SetCount(1);
+        items.Create(1);
+        copy(items, view);
+        EXPECT_THAT(Numbers(items), ElementsAre(2, 3));
     }
 }
 

@@ -45,7 +45,8 @@ RangeMulti& RangeMulti::operator=(const RangeMulti& src) {
 RangeMulti::~RangeMulti() = default;
 
 void RangeMulti::Copy(const RangeMulti& src) {
-    if (this != &src && SharesWith(src)) return CAISimpArr<Range>::Copy(src);
+    const bool staysInPlace = this == &src && m_nCount <= m_nSize;
+    if (!staysInPlace && SharesWith(src)) return CAISimpArr<Range>::Copy(src);
     SetCount(src.m_nCount);
     Assign(0, src.m_pData, m_nCount);
 }

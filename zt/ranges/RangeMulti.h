@@ -49,7 +49,9 @@ public:
 
     /// Shares the members of `src` from now on. Unlike that of the array, this assignment frees
     /// the present members if no other list shares them. If `src` was attached to them it shares
-    /// them, too, and this list goes on as their owner.
+    /// them, too, and this list goes on as their owner. Its `GetData` may then be behind the start
+    /// of their block, so that `delete[]` of what `Detach` leaves to the caller takes the address
+    /// that `GetData` gave before the assignment.
     RangeMulti& operator=(const RangeMulti& src);
 
     /// Makes this the list of one full range: member 0 by `Range::SetFull`, of the kind that it

@@ -148,6 +148,30 @@ TEST_F(ThreeRanges, AListAttachedToItsMembersMayBeAssignedOrCopied) {
     EXPECT_THAT(All(three), ElementsAre(HasLimits(2.0, 3.0), HasLimits(4.0, 5.0)));
 }
 
+TEST_F(ThreeRanges, AListAttachedBeyondTheCapacityFigureMayBeAssignedOrCopied) {
+    const auto isTheRest = ElementsAre(HasLimits(2.0, 3.0), HasLimits(4.0, 5.0));
+    RangeMulti view;
+    view.Attach(list.GetData() + 1, 2);
+    list.SetCount(1);
+    list.Create(1);
+    list = view;
+    EXPECT_EQ(list.GetData(), view.GetData());
+    EXPECT_THAT(All(list), isTheRest);
+    RangeMulti three;
+    three.Copy(ListOf({{0.0, 1.0}, {2.0, 3.0}, {4.0, 5.0}}));
+    view.Attach(three.GetData() + 1, 2);
+    three.SetCount(1);
+    three.Create(1);
+    three.Copy(view);
+    EXPECT_THAT(All(three), isTheRest);
+}
+
+TEST_F(ThreeRanges, CopyOfItselfAfterTheCapacityFigureShrankKeepsAllThatCounts) {
+    list.Create(1);
+    list.Copy(list);
+    ExpectUnchanged();
+}
+
 TEST_F(ThreeRanges, CopyLeavesMembersThatDifferByLessThanTheTolerance) {
     list.Copy(ListOf({{5e-11, 1.0}, {2.0, 3.5}, {4.0, 5.0}, {6.0, 7.0}}));
     EXPECT_THAT(All(list), ElementsAre(HasLimits(0.0, 1.0), HasLimits(2.0, 3.5),
