@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
+#include <tests/Evenly.h>
 #include <zt/ranges/RangeFamily_test.h>
 
 #include <algorithm>
@@ -168,8 +169,8 @@ TEST(CAISimpArrLaws, AnArrayHoldsWhatWasPutIntoIt) {
         const int steps = *rc::gen::inRange(0, 60);
         for (int step = 0; step < steps; ++step) {
             const int size = static_cast<int>(model.size());
-            const int place = *rc::gen::inRange(0, size + 1);
-            switch (*rc::gen::inRange(0, 6)) {
+            const int place = Evenly(0, size + 1);
+            switch (Evenly(0, 6)) {
                 case 0:
                     array.Add(step);
                     model.push_back(step);
