@@ -1,6 +1,7 @@
 #include <zt/modules/DynaModule.h>
 
 #include <platform/modules/CDynLinkLibrary.h>
+#include <platform/object/NewObject.h>
 #include <zt/frame/ObjectEx.h>
 #include <zt/frame/ObjectType.h>
 #include <zt/modules/OpC.h>
@@ -172,7 +173,7 @@ ObjectEx* DynaModule::UpgradeObject(CObject* obj, QC& qc) {
 bool DynaModule::Start(AFX_EXTENSION_MODULE& ext) {
     if (m_bStarted) return false;
     // The chain owns the link.
-    new CDynLinkLibrary(ext);
+    AfxNewObject<CDynLinkLibrary>(ext);
     m_bStarted = true;
     return true;
 }

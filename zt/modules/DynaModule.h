@@ -108,7 +108,8 @@ public:
     /// @{
     /// Joins the chain in which classes and resources are looked up, with the record of the
     /// module's own shared library, which must have been started. False, and nothing done, if
-    /// this was called before. The link lives until the library is unloaded.
+    /// this was called before. The link lives until the library is unloaded. Without memory for
+    /// it the memory exception is raised, and the module can be started again.
     bool Start(AFX_EXTENSION_MODULE& ext);
     /// Whether `Start` was called.
     bool IsMFCChainOK() const { return m_bStarted; }

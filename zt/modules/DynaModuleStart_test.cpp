@@ -5,6 +5,9 @@
 #include <platform/modules/ModuleHandle.h>
 #include <platform/modules/ModuleResource.h>
 #include <platform/modules/ResourceUpdate.h>
+#include <platform/object/CMemoryException.h>
+#include <tests/AllocationCount.h>
+#include <tests/Raises.h>
 #include <zt/modules/DynaModule.h>
 #include <zt/modules/QC.h>
 #include <platform/files/TestDirectory_test.hpp>
@@ -85,6 +88,28 @@ TEST_F(StartedModule, SecondStartChangesNothing) {
     EXPECT_FALSE(Start());
     EXPECT_TRUE(Module().IsMFCChainOK());
     EXPECT_EQ(LinksWithTheTable(), 1);
+}
+
+TEST_F(StartedModule, WithoutMemoryItIsNotStartedAndCanBeLater) {
+    auto* const start = Exported<bool()>("StartGaugeModule");
+    EXPECT_TRUE(testing_support::Raises<CMemoryException>([&] {
+        const testing_support::MemoryFor none(0);
+        start();
+    }));
+    EXPECT_FALSE(Module().IsMFCChainOK());
+    EXPECT_EQ(LinksWithTheTable(), 0);
+    EXPECT_TRUE(Start());
+    EXPECT_TRUE(Module().IsMFCChainOK());
+    EXPECT_EQ(LinksWithTheTable(), 1);
+}
+
+TEST_F(StartedModule, CanBeStartedAgainOnceItIsBackToItsDefaults) {
+    EXPECT_TRUE(Start());
+    Module().Construct();
+    EXPECT_FALSE(Module().IsMFCChainOK());
+    EXPECT_TRUE(Start());
+    EXPECT_TRUE(Module().IsMFCChainOK());
+    EXPECT_EQ(LinksWithTheTable(), 2);
 }
 
 TEST_F(StartedModule, LeavesTheChainWhenItIsUnloaded) {

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <tests/AllocationCount.h>
 #include <zt/frame/ObjectEx.h>
 #include <zt/frame/ObjectType.h>
 #include <zt/modules/DynaModule.h>
@@ -201,6 +202,18 @@ TEST_F(DynaModuleTest, UsersAreAppendedWithoutACheck) {
                 ElementsAre(&first, &second, &first));
 }
 
+TEST_F(DynaModuleTest, UsersTakeMemoryInBlocksOfTen) {
+    DynaModule module, user;
+    const auto add = [&](int count) {
+        return testing_support::AllocationsIn([&] {
+            for (int i = 0; i < count; ++i) module.AddUser(&user);
+        });
+    };
+    EXPECT_EQ(add(10), 1u);
+    EXPECT_EQ(add(10), 1u);
+    EXPECT_EQ(add(1), 1u);
+}
+
 // ---- The search of the graph.
 
 TEST_F(ModuleChain, FindsItselfAndWhatItReaches) {
@@ -232,6 +245,37 @@ TEST_F(ModuleDiamond, FirstOfTwoWithOneIdentifierIsFound) {
     // The walk goes to the depth first: c through b1 comes before b2.
     c.m_pID = &ids[2];
     EXPECT_EQ(a.GetDependency(&ids[2]), &c);
+}
+
+TEST_F(ModuleDiamond, SearchGoesOnBehindTheFirstUser) {
+    EXPECT_EQ(a.GetDependency(&ids[2]), &b2);
+    EXPECT_EQ(a.GetDependency(&ids[3]), &c);
+    EXPECT_EQ(a.GetDependency(&absent), nullptr);
+}
+
+TEST_F(ModuleDiamond, RequestsReachAModuleBehindTheFirstUser) {
+    b2.answer = Answer::Found;
+    QC qc(&ids[2]);
+    EXPECT_TRUE(a.Execute(qc));
+    EXPECT_EQ(qc.m_pFound, 1u);
+    OpC op(&ids[2]);
+    EXPECT_TRUE(a.Execute(op));
+    EXPECT_EQ(a.GetInterface(qc), S_OK);
+    EXPECT_THAT(asked, ElementsAre("a", "b2", "a", "b2", "a", "b2"));
+    asked.clear();
+    EXPECT_EQ(a.Upgrade(&b1, qc), &b2.upgrade);
+    EXPECT_EQ(a.UpgradeObject(&b1, qc), &b2.upgrade);
+    EXPECT_THAT(asked, ElementsAre("a", "b2", "b2"));
+}
+
+TEST_F(HiddenModule, IsFoundOnAnotherPath) {
+    Module b{"b", ids[1]};
+    a.AddUser(&b);
+    b.AddUser(&c);
+    EXPECT_EQ(a.GetDependency(&ids[2]), &c);
+    QC qc(&ids[2]);
+    EXPECT_TRUE(a.Execute(qc));
+    EXPECT_THAT(asked, ElementsAre("a", "c"));
 }
 
 // ---- Commands.
@@ -386,6 +430,23 @@ TEST_F(Users, FoundWithoutATrueAnswerDoesNotEndTheOffer) {
     EXPECT_THAT(asked, ElementsAre("a", "first", "second", "third"));
 }
 
+TEST_F(DynaModuleTest, TrueWithoutAnythingFoundDoesNotEndTheOfferOneLevelDownEither) {
+    Module a{"a"}, b{"b"}, c{"c", Answer::True}, d{"d", Answer::Found};
+    a.AddUser(&b);
+    a.AddUser(&d);
+    b.AddUser(&c);
+    QC qc;
+    EXPECT_TRUE(a.Execute(qc));
+    EXPECT_EQ(qc.m_pFound, 1u);
+    EXPECT_THAT(asked, ElementsAre("a", "b", "c", "d"));
+    asked.clear();
+    d.answer = Answer::False;
+    QC nothing;
+    EXPECT_FALSE(a.Execute(nothing));
+    EXPECT_EQ(nothing.m_pFound, 0u);
+    EXPECT_THAT(asked, ElementsAre("a", "b", "c", "d"));
+}
+
 QC QuestionAboutTheCanvas() {
     QC qc;
     qc.m_objType = QC::eQcCanvas;
@@ -404,6 +465,15 @@ TEST_F(ModuleChain, QuestionAboutTheCanvasGoesToTheModuleThatDraws) {
 }
 
 TEST_F(ModuleChain, QuestionAboutTheCanvasKeepsItsModuleWhenThatIsOutOfReach) {
+    QC qc = QuestionAboutTheCanvas();
+    EXPECT_FALSE(a.Execute(qc));
+    EXPECT_EQ(qc.m_pModuleId, &DMID_CANVAS);
+    EXPECT_THAT(asked, ElementsAre("a", "a"));
+}
+
+TEST_F(ModuleChain, QuestionAboutTheCanvasIsNotAnsweredByTheBaseOfTheModuleThatDraws) {
+    a.m_pID = &DMID_CANVAS;
+    b.answer = Answer::Found;  // would answer an offer to all
     QC qc = QuestionAboutTheCanvas();
     EXPECT_FALSE(a.Execute(qc));
     EXPECT_EQ(qc.m_pModuleId, &DMID_CANVAS);
@@ -460,6 +530,14 @@ TEST_F(ModuleChain, QueryLearnsItsModuleAlsoWhenThatIsOutOfReach) {
     QC qc(interfaceOfRidge);
     EXPECT_EQ(a.GetInterface(qc), E_NOINTERFACE);
     EXPECT_EQ(qc.m_pModuleId, &DMID_RIDGE);
+}
+
+TEST_F(ModuleChain, KnownInterfaceIsNotGivenByTheBaseOfItsModule) {
+    a.m_pID = &DMID_RIDGE;
+    QC qc(interfaceOfRidge);
+    EXPECT_EQ(a.GetInterface(qc), E_NOINTERFACE);
+    EXPECT_EQ(qc.m_pModuleId, &DMID_RIDGE);
+    EXPECT_THAT(asked, ElementsAre("a"));
 }
 
 TEST_F(HiddenModule, QueryLearnsItsModuleAlsoFromOneWithoutAnIdentifier) {
