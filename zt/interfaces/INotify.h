@@ -12,7 +12,8 @@ class INotify : public IUnknown {
 public:
     /// Tells a message. What `message` points at is agreed upon between sender and client; null
     /// says that the client is being detached. The result is not looked at. A client that
-    /// raises an exception here, of any kind, gets no message any more.
+    /// raises an exception here, of any kind, gets no message any more; only what it raises
+    /// while it is being detached reaches the one who detaches it, and the client stays.
     virtual HRESULT Notify(void* message) = 0;
 
 protected:

@@ -18,9 +18,10 @@ class INotify;
 /// reference on each client. The two ways are not to be mixed on one server: nothing converts
 /// the plain entries of a server that becomes masked, and they would be read as records.
 ///
-/// A client that raises an exception while it is being told something, of any kind, is cut off:
-/// the exception ends there, and the client is out of the list at once. In a masked server its
-/// reference is deliberately not released.
+/// A client that raises an exception, of any kind, while it is being told something by `Notify`
+/// is cut off: the exception ends there, and the client is out of the list at once. In a masked
+/// server its reference is deliberately not released. The message of `DetachClient` is apart:
+/// what a client raises on that one reaches the caller, and the client stays.
 ///
 /// The two ways of sending go through the clients in opposite orders, and only the one with a
 /// mask bears clients that leave the list meanwhile. Nothing is locked.
@@ -48,7 +49,8 @@ public:
     ///
     /// Without memory for its record the client still gets the reference, and stands in the
     /// list as a null entry: it is not found, hears nothing, and ends the round of
-    /// `Notify(message, mask)`.
+    /// `Notify(message, mask)`. Without memory for the list itself the memory exception is
+    /// raised, and nothing has happened.
     void AddClient(INotify* c, ulong mask);
     /// Removes a client, if it is there. A masked server first tells it so with a null message,
     /// and then releases it. What the client raises on that message reaches the caller, and the
@@ -70,15 +72,21 @@ public:
     /// A client that leaves the list meanwhile, because it raises an exception or detaches
     /// itself, deliberately spoils the round: the one behind it is passed over, and the round
     /// ends in the invalid-argument exception at the index that is there no more, unless the
-    /// client was the last. A client that is added meanwhile is not told.
+    /// client was the last. One that detaches itself and then raises an exception has the one
+    /// now in its place cut off in its stead; if it was the last, there is none, and the round
+    /// ends in the invalid-argument exception too. A client that is added meanwhile is not told.
+    /// Nor does turning the sending off meanwhile end the round.
     void Notify(void* message);
     /// Tells the clients whose mask shares a bit with `mask`, last to first. In a plain server
     /// it is `Notify(message)`.
     ///
-    /// Clients may leave the list meanwhile: nobody is passed over for it. Only when so many
-    /// are gone that the next index is out of range does the round end in the invalid-argument
-    /// exception. When a client detaches itself and then raises an exception, the one that has
-    /// moved into its place is cut off in its stead.
+    /// Clients may leave the list meanwhile: nobody is passed over for it. A client that detaches
+    /// one with a lower index is itself told twice, as it moves to the index that comes next.
+    /// Only when so many are gone that the next index is out of range does the round end in the
+    /// invalid-argument exception. When a client detaches itself and then raises an exception,
+    /// the one that has moved into its place is cut off in its stead; if it was the last, there
+    /// is none, and the round ends in the invalid-argument exception. Turning the sending off
+    /// meanwhile does not end the round.
     void Notify(void* message, ulong mask);
     /// @}
 

@@ -7,6 +7,7 @@
 #include <zt/modules/NotifyClient_test.hpp>
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <type_traits>
@@ -274,11 +275,35 @@ TEST_F(MaskedServer, DisabledServerTellsNobody) {
     EXPECT_THAT(heard, ElementsAre("A null", "A -"));
 }
 
+TEST_F(PlainServer, DisablingMeanwhileLetsTheRoundGoToItsEnd) {
+    a.onNotify = [&] { server.Enable(false); };
+    server.Notify(&message);
+    EXPECT_THAT(heard, ElementsAre("A", "B", "C"));
+    server.Notify(&message);
+    EXPECT_EQ(heard.size(), 3u);
+}
+
+TEST_F(MaskedServer, DisablingMeanwhileLetsTheRoundByMaskGoToItsEnd) {
+    c.onNotify = [&] { server.Enable(false); };
+    server.Notify(&message, 7);
+    EXPECT_THAT(heard, ElementsAre("C", "B", "A"));
+    server.Notify(&message, 7);
+    EXPECT_EQ(heard.size(), 3u);
+}
+
 TEST_F(PlainServer, ThrowerIsRemovedTheNextIsMissedAndTheRoundRunsOut) {
     a.onNotify = [] { throw 1; };
     EXPECT_TRUE(NotifyRaises());
     EXPECT_THAT(heard, ElementsAre("A", "C"));
     EXPECT_THAT(ClientsOf(server), ElementsAre(&b, &c));
+}
+
+TEST_F(PlainServer, TwoThrowersOfOneRoundAreRemoved) {
+    server.AddClient(&d);
+    a.onNotify = c.onNotify = [] { throw 1; };
+    EXPECT_TRUE(NotifyRaises());
+    EXPECT_THAT(heard, ElementsAre("A", "C"));
+    EXPECT_THAT(ClientsOf(server), ElementsAre(&b, &d));
 }
 
 TEST_F(PlainServer, ThrowerInTheMiddleIsRemovedAndTheRoundRunsOut) {
@@ -362,6 +387,44 @@ TEST_F(PlainServer, ClientThatIsAddedMeanwhileIsNotTold) {
     EXPECT_THAT(ClientsOf(server), ElementsAre(&a, &b, &c, &d));
 }
 
+// Detaches itself at the first message that is not the one of being detached, and then runs
+// `then`.
+void DetachOnMessage(
+    NotifyServer& server, NotifyClient& client, std::function<void()> then = [] {}) {
+    client.onNotify = [&server, &client, then] {
+        if (client.last == nullptr) return;
+        server.DetachClient(&client);
+        then();
+    };
+}
+
+void ThrowIt() {
+    throw 1;
+}
+
+TEST_F(MaskedServer, ClientThatDetachesItselfMakesTheRoundToAllRunOut) {
+    DetachOnMessage(server, a);
+    EXPECT_TRUE(NotifyRaises());
+    EXPECT_THAT(heard, ElementsAre("A", "A null", "A -", "C"));
+    EXPECT_THAT(ClientsOf(server), ElementsAre(&b, &c));
+}
+
+TEST_F(MaskedServer, ClientThatDetachesItselfAndThrowsInARoundToAllTakesTheNextAlong) {
+    DetachOnMessage(server, a, ThrowIt);
+    EXPECT_TRUE(NotifyRaises());
+    EXPECT_THAT(heard, ElementsAre("A", "A null", "A -"));
+    EXPECT_THAT(ClientsOf(server), ElementsAre(&c));
+    EXPECT_EQ(a.count, 1u);
+    EXPECT_EQ(b.count, 2u);  // cut off without a release
+}
+
+TEST_F(MaskedServer, LastThatDetachesItselfAndThrowsInARoundToAllRunsOut) {
+    DetachOnMessage(server, c, ThrowIt);
+    EXPECT_TRUE(NotifyRaises());
+    EXPECT_THAT(heard, ElementsAre("A", "B", "C", "C null", "C -"));
+    EXPECT_THAT(ClientsOf(server), ElementsAre(&a, &b));
+}
+
 // ---- Sending by mask.
 
 TEST_F(MaskedServer, TellsThoseWhoShareABitLastToFirst) {
@@ -394,13 +457,6 @@ TEST_F(MaskedServer, AllMayThrow) {
     EXPECT_EQ(server.GetSize(), 0);
 }
 
-// Detaches itself at the first message that is not the one of being detached.
-void DetachOnMessage(NotifyServer& server, NotifyClient& client) {
-    client.onNotify = [&] {
-        if (client.last != nullptr) server.DetachClient(&client);
-    };
-}
-
 TEST_F(MaskedServer, ClientMayDetachItself) {
     DetachOnMessage(server, b);
     server.Notify(&message, 7);
@@ -431,11 +487,7 @@ TEST_F(MaskedServer, RoundRunsOutWhenTooManyAreGone) {
 }
 
 TEST_F(MaskedServer, ClientThatDetachesItselfAndThrowsTakesTheOneInItsPlaceAlong) {
-    b.onNotify = [&] {
-        if (b.last == nullptr) return;
-        server.DetachClient(&b);
-        throw 1;
-    };
+    DetachOnMessage(server, b, ThrowIt);
     server.Notify(&message, 7);
     EXPECT_THAT(heard, ElementsAre("C", "B", "B null", "B -", "A"));
     EXPECT_THAT(ClientsOf(server), ElementsAre(&a));
@@ -443,11 +495,7 @@ TEST_F(MaskedServer, ClientThatDetachesItselfAndThrowsTakesTheOneInItsPlaceAlong
 }
 
 TEST_F(MaskedServer, LastThatDetachesItselfAndThrowsRunsOut) {
-    c.onNotify = [&] {
-        if (c.last == nullptr) return;
-        server.DetachClient(&c);
-        throw 1;
-    };
+    DetachOnMessage(server, c, ThrowIt);
     EXPECT_TRUE(MaskedNotifyRaises(7));
     EXPECT_THAT(heard, ElementsAre("C", "C null", "C -"));
     EXPECT_THAT(ClientsOf(server), ElementsAre(&a, &b));
