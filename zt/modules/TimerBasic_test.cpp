@@ -35,6 +35,16 @@ struct Gauge : TimerBasic {
         passed = GetTickCount64() - start;
     }
 
+    // Anew, a few times at most, while a busy machine makes it last `limit` or longer.
+    void RunWithin(ULONGLONG limit, ulong nInterval, ulong nDuration) {
+        for (int attempt = 0; attempt < 5; ++attempt) {
+            ticks.clear();
+            times.clear();
+            Run(nInterval, nDuration);
+            if (passed < limit) return;
+        }
+    }
+
     std::vector<ulong> ticks;
     std::vector<ULONGLONG> times;
     std::vector<std::thread::id> threads;
@@ -101,6 +111,34 @@ TEST(TimerBasic, EachTickIsFollowedByASleep) {
     EXPECT_GE(timer.times[1] + kClock, 50u);
     EXPECT_GE(timer.passed + kClock, 100u);
     EXPECT_EQ(timer.m_nDuration, 100u);
+}
+
+TEST(TimerBasic, EachSleepLastsOneInterval) {
+    Gauge timer;
+    timer.RunWithin(550, 200, 400);
+    ASSERT_THAT(timer.ticks, ElementsAre(0, 1));
+    EXPECT_GE(timer.times[1] + kClock, 200u);
+    EXPECT_LT(timer.times[1], 380u);
+    EXPECT_GE(timer.passed + kClock, 400u);
+    EXPECT_LT(timer.passed, 550u);
+}
+
+TEST(TimerBasic, FirstTickComesAtOnceAndOneSleepFollows) {
+    Gauge timer;
+    timer.RunWithin(580, 300, 300);
+    ASSERT_THAT(timer.ticks, ElementsAre(0));
+    EXPECT_LT(timer.times[0], 290u);
+    EXPECT_GE(timer.passed + kClock, 300u);
+    EXPECT_LT(timer.passed, 580u);
+}
+
+TEST(TimerBasic, NoSleepFollowsTheTickThatEndsIt) {
+    Gauge timer;
+    timer.onTick = [&](ulong) { timer.KillTimer(); };
+    timer.RunWithin(580, 300, 3'600'000);
+    EXPECT_THAT(timer.ticks, ElementsAre(0, 1));
+    EXPECT_GE(timer.passed + kClock, 300u);
+    EXPECT_LT(timer.passed, 580u);
 }
 
 TEST(TimerBasic, OneTickFillsItsInterval) {

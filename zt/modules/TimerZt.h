@@ -39,6 +39,10 @@ public:
     /// period, which above 0x7FFFFFFF it does, the call returns without a tick and the timer
     /// stays in `m_hTimer` until `KillTimer`.
     ///
+    /// The timer must be idle: `SetTimer` on a running one, from its `OnTimer` say, and on one
+    /// that was refused and not killed, overwrites `m_hTimer`. The old timer of the system then
+    /// stays open for good, and if it runs, goes on calling this object, even when that is gone.
+    ///
     /// Meanwhile the thread's other waitable timers call as well, and what their calls raise
     /// counts as raised by `OnTimer`.
     void SetTimer(ulong nPeriod);

@@ -93,6 +93,16 @@ TEST_F(TimerZtTest, TicksUntilItIsKilled) {
     EXPECT_LT(timer.dues[0], 189'024'000'000'000'000u);
 }
 
+TEST_F(TimerZtTest, TicksComeAPeriodApart) {
+    timer.onTick = [&] {
+        if (timer.Ticks() == 5) timer.KillTimer();
+    };
+    const ULONGLONG start = GetTickCount64();
+    timer.SetTimer(30);
+    // The fifth comes after four periods; a clock of milliseconds may show one less.
+    EXPECT_GE(GetTickCount64() - start, 119u);
+}
+
 TEST_F(TimerZtTest, CanBeSetAgain) {
     timer.SetTimer(1);
     timer.SetTimer(1);
@@ -147,6 +157,30 @@ TEST_F(TimerZtTest, KilledTimerIsDeletedIfItIsMarked) {
     kept->SetTimer(kHour);
     EXPECT_EQ(ended, 1);
     delete kept;
+}
+
+TEST_F(TimerZtTest, MarkedTimerThatAnotherThreadKillsIsDeletedOnItsOwn) {
+    auto* const onHeap = new Gauge;
+    onHeap->m_bAutoDelete = true;
+    std::atomic<bool> ticked = false;
+    onHeap->onTick = [&] { ticked = true; };
+    std::thread runner([&] { onHeap->SetTimer(kHour); });
+    while (!ticked) std::this_thread::yield();
+    onHeap->KillTimer();
+    runner.join();
+    EXPECT_EQ(ended, 1);
+}
+
+TEST_F(TimerZtTest, MarkedTimerThatIsKilledAndThenThrowsIsNotDeleted) {
+    timer.m_bAutoDelete = true;
+    timer.onTick = [&] {
+        timer.KillTimer();
+        throw 1;
+    };
+    timer.SetTimer(1);
+    EXPECT_EQ(ended, 0);
+    EXPECT_EQ(timer.m_hTimer, nullptr);
+    EXPECT_EQ(timer.Ticks(), 1u);
 }
 
 TEST_F(TimerZtTest, ExceptionEndsTheTimerAndDeletesNothing) {
