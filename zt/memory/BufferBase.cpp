@@ -96,17 +96,20 @@ void BufferBase::Allocate() {
     m_pData = NewBlock(Total());
 }
 
-void BufferBase::Grow(ulong n) {
-    const ulong needed = BytesOf(n);
+void BufferBase::Grow(uint64 n) {
+    const ulong rows = static_cast<ulong>(n);
+    const ulong needed = BytesOf(rows);
     if (m_nAllocated == 0) {
         RequireRoomFor(n, m_nRowSize);
-        Allocate(n);
+        Allocate(rows);
         m_nAllocated = needed;
     } else {
+        // Rows without bytes come here when there are more of them than can be counted.
+        const std::uint8_t rowSize = std::max<std::uint8_t>(m_nRowSize, 1);
         // Twice the rows that are asked for, deliberately not twice those that there were.
-        RequireRoomFor(uint64{2} * n, m_nRowSize);
-        Allocate(2 * n);
-        m_nCount = n;
+        RequireRoomFor(2 * n, rowSize);
+        Allocate(2 * rows);
+        m_nCount = rows;
         m_nAllocated = 2 * needed;
     }
 }

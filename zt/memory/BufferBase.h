@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 
 namespace PW {
 class BufferBase;
@@ -93,9 +94,10 @@ public:
     /// a buffer without a row size and without room; where there is room, which a row size
     /// of 0 never uses up, the row counts and has no bytes at its address. The new row reads as
     /// zero, unless it takes the place of one that `RemoveRow` or a smaller `AllocateEx` has given
-    /// up: then it still has the old bytes.
+    /// up: then it still has the old bytes. A row for which the count has no number raises the
+    /// memory exception.
     unsigned char* AddNewRow() {
-        AllocateEx(m_nCount + 1);
+        Use(uint64{m_nCount} + 1);
         return GetRow(m_nCount - 1);
     }
 
@@ -120,14 +122,7 @@ public:
     /// At least `n` rows, with room for twice as many at each growth, so that rows can be
     /// added one by one. New rows of a new block read as zero; those in room that was left
     /// have the bytes that were there. A smaller `n` gives up rows and keeps the block.
-    void AllocateEx(ulong n) {
-        const uint64 needed = uint64{m_nRowSize} * n;
-        if (m_nAllocated != 0 && needed <= m_nAllocated) {
-            m_nCount = n;
-        } else {
-            Grow(n);
-        }
-    }
+    void AllocateEx(ulong n) { Use(n); }
 
     /// Exactly `n` rows. Those that are there keep their bytes, new ones have no defined
     /// contents. An `n` that equals the count does nothing, also without a block. When the
@@ -243,11 +238,21 @@ private:
     ulong Total() const { return BytesOf(m_nCount); }
     bool HasBytes() const { return m_pData && Total() != 0; }
 
+    /// `AllocateEx`, which may be asked for one row more than can be counted.
+    void Use(uint64 n) {
+        const bool countable = n <= std::numeric_limits<ulong>::max();
+        if (m_nAllocated != 0 && countable && m_nRowSize * n <= m_nAllocated) {
+            m_nCount = static_cast<ulong>(n);
+        } else {
+            Grow(n);
+        }
+    }
+
     unsigned char* Resized(ulong total, std::size_t kept) const;
     std::size_t BytesInUse(std::uint8_t rowSize) const;
     void Reshape(std::uint8_t rowSize, ulong n);
     void Replace(unsigned char* block, ulong count);
-    void Grow(ulong n);
+    void Grow(uint64 n);
     ulong Append(const BufferBase& other, ulong first);
 
     void Store(PCExBase& pc, bool bBinary) const;

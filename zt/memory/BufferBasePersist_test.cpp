@@ -385,6 +385,15 @@ TEST_F(BufferPersist, RowsBeyond32BitsInNumberRaiseTheMemoryException) {
     Rows rows(1, "xy");
     EXPECT_TRUE(Raises<CMemoryException>([&] { rows.Merge(most); }));
     EXPECT_EQ(TextOf(rows), "xy");
+    EXPECT_TRUE(Raises<CMemoryException>([&] { most.AddNewRow(); }));
+    EXPECT_THAT(most, HasFields(1, 4294967295u, 0u));
+}
+
+TEST_F(BufferPersist, MoreRowsThanCanBeCountedWithoutSizeAndRoomAreNotAdded) {
+    BufferBase most;
+    LoadFrom("<SR>0</SR><C>4294967295</C>", most);
+    EXPECT_EQ(most.AddNewRow(), nullptr);
+    EXPECT_THAT(most, HasFields(0, 4294967295u, 0u));
 }
 
 // Rows that are counted over the old room have no bytes of their own.

@@ -345,6 +345,21 @@ TEST(BufferBase, RoomIsNeverUsedUpByRowsWithoutASize) {
 }
 
 // 255 * 16843010 is 2^32 + 254, and 255 * 8421505 is 2^31 + 127.
+TEST(BufferBase, MoreRowsThanCanBeCountedRaiseTheMemoryException) {
+    Rows rows(2, "aabb");
+    rows.AllocateEx(2);
+    rows.SetRowSize(0);
+    rows.AllocateEx(4294967295);
+    const unsigned char* const block = rows.m_pData;
+    for (const bool sized : {false, true}) {
+        const unsigned char rowSize = sized ? 1 : 0;
+        rows.SetRowSize(rowSize);
+        EXPECT_TRUE(Raises<CMemoryException>([&] { rows.AddNewRow(); }));
+        EXPECT_THAT(rows, HasFields(rowSize, 4294967295u, 4u));
+        EXPECT_EQ(rows.m_pData, block);
+    }
+}
+
 TEST(BufferBase, NoBlockOf4GiBIsTakenForSmaller) {
     Rows rows(255, std::string(255, 'a'));
     EXPECT_TRUE(Raises<CMemoryException>([&] { rows.AllocateEx(16843010); }));
