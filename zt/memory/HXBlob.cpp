@@ -189,7 +189,7 @@ bool HXBlob::CopyTo(tagSAFEARRAY** pp) const {
     const ArrayLock lock(*pp);
     auto* const room = m_nSize == 0 ? nullptr : static_cast<unsigned char*>((*pp)->pvData);
     // A derived class that has more bytes elsewhere would write them behind the array.
-    const bool fits = const_cast<HXBlob*>(this)->GetSize() <= m_nSize;
+    const bool fits = !room || const_cast<HXBlob*>(this)->GetSize() <= m_nSize;
     if (fits)
         CopyDataTo(room);
     else

@@ -356,10 +356,16 @@ TEST(HXBlobArray, WithoutElementsHasNoRoomForTheVirtualOperation) {
         mutable unsigned char byte = 0;
         mutable unsigned char* seen = &byte;
     };
+    struct WithMoreElsewhere : Recording {
+        ulong GetSize() override { return 4; }
+    };
     Recording blob;
-    Array made;
-    EXPECT_TRUE(blob.CopyTo(&made.array));
-    EXPECT_EQ(blob.seen, nullptr);
+    WithMoreElsewhere larger;
+    for (const Recording* each : {&blob, static_cast<Recording*>(&larger)}) {
+        Array made;
+        EXPECT_TRUE(each->CopyTo(&made.array));
+        EXPECT_EQ(each->seen, nullptr);
+    }
 }
 
 TEST(HXBlobArray, IsFilledFromMemoryByABlobWithMoreElsewhere) {
