@@ -80,13 +80,13 @@ public:
     /// Tells the clients whose mask shares a bit with `mask`, last to first. In a plain server
     /// it is `Notify(message)`.
     ///
-    /// Clients may leave the list meanwhile: nobody is passed over for it. A client that detaches
-    /// one with a lower index is itself told twice, as it moves to the index that comes next.
-    /// Only when so many are gone that the next index is out of range does the round end in the
-    /// invalid-argument exception. When a client detaches itself and then raises an exception,
-    /// the one that has moved into its place is cut off in its stead; if it was the last, there
-    /// is none, and the round ends in the invalid-argument exception. Turning the sending off
-    /// meanwhile does not end the round.
+    /// Clients may leave the list meanwhile: nobody is passed over for it. When one detaches
+    /// others with a lower index, as many clients, from this one on, are told twice: they move
+    /// to indices that are still to come. Only when so many are gone that the next index is out of
+    /// range does the round end in the invalid-argument exception. When a client detaches itself
+    /// and then raises an exception, the one that has moved into its place is cut off in its stead;
+    /// if it was the last, there is none, and the round ends in the invalid-argument exception.
+    /// Turning the sending off meanwhile does not end the round.
     void Notify(void* message, ulong mask);
     /// @}
 

@@ -476,6 +476,18 @@ TEST_F(MaskedServer, ClientMayDetachTheOneBehindOrBefore) {
     EXPECT_THAT(ClientsOf(server), ElementsAre(&b));
 }
 
+TEST_F(MaskedServer, AsManyAreToldTwiceAsAreDetachedBefore) {
+    server.AddClient(&d, 8);
+    heard.clear();
+    c.onNotify = [&] {
+        server.DetachClient(&a);
+        server.DetachClient(&b);
+    };
+    server.Notify(&message, 15);
+    EXPECT_THAT(heard, ElementsAre("D", "C", "A null", "A -", "B null", "B -", "D", "C"));
+    EXPECT_THAT(ClientsOf(server), ElementsAre(&c, &d));
+}
+
 TEST_F(MaskedServer, RoundRunsOutWhenTooManyAreGone) {
     c.onNotify = [&] {
         server.DetachClient(&a);
