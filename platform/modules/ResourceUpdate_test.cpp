@@ -209,6 +209,24 @@ TEST_F(ResourceUpdate, DoesNotMakeAFileWithSomethingBehindTheModuleGrowEachTime)
     EXPECT_TRUE(Runs(path));
 }
 
+TEST_F(ResourceUpdate, LeavesDeadBytesBeforeALateTrailerOnce) {
+    const std::string path = Copy();
+    EXPECT_TRUE(Put(path, "T", "n", Repeated('d', 1000)));
+    MakeFile(path, BytesOf(path) + "a trailer");
+    EXPECT_TRUE(Put(path, "T", "n", Repeated('x', 1000)));
+    const auto size = std::filesystem::file_size(path);
+    EXPECT_THAT(BytesOf(path), HasSubstr(Repeated('d', 1000))) << "they stand before the trailer";
+    for (const char letter : {'y', 'z'}) {
+        EXPECT_TRUE(Put(path, "T", "n", Repeated(letter, 1000)));
+        EXPECT_EQ(std::filesystem::file_size(path), size);
+    }
+    const std::string bytes = BytesOf(path);
+    EXPECT_THAT(bytes, HasSubstr("a trailer"));
+    EXPECT_THAT(bytes, HasSubstr(Repeated('z', 1000)));
+    EXPECT_THAT(bytes, Not(testing::AnyOf(HasSubstr("xxxx"), HasSubstr("yyyy"))));
+    EXPECT_TRUE(Runs(path));
+}
+
 TEST_F(ResourceUpdate, GivesAModuleWithoutSectionsItsFirst) {
     const std::string path = Copy();
     std::string bytes = BytesOf(path);
@@ -296,6 +314,69 @@ TEST_F(ResourceUpdate, ChangesAModuleOfAnotherMachine) {
     EXPECT_EQ(InFile(path, "T", "n"), "first");
     EXPECT_EQ(InFile(path, "T", "m"), "second");
     EXPECT_EQ(BytesOf(path).substr(52, 32), bytes.substr(52));
+}
+
+namespace {
+
+// A module of a segment for its headers, and of one that has no bytes in the file and stands
+// where the names of the sections begin, as does a section without bytes.
+std::string WithEmptySegment(std::size_t offset) {
+    const std::string names = {'\0', '.', 'n', '\0'};
+    const auto size = static_cast<Elf64_Word>(names.size());
+    Elf64_Ehdr head{};
+    std::memcpy(head.e_ident, ELFMAG, SELFMAG);
+    head.e_ident[EI_CLASS] = ELFCLASS64;
+    head.e_ident[EI_DATA] = ELFDATA2LSB;
+    head.e_ident[EI_VERSION] = EV_CURRENT;
+    head.e_type = ET_DYN;
+    head.e_machine = EM_X86_64;
+    head.e_version = EV_CURRENT;
+    head.e_phoff = head.e_ehsize = sizeof head;
+    head.e_shoff = offset + size;
+    head.e_phentsize = sizeof(Elf64_Phdr);
+    head.e_phnum = 2;
+    head.e_shentsize = sizeof(Elf64_Shdr);
+    head.e_shnum = 3;
+    head.e_shstrndx = 1;
+    const Elf64_Phdr segments[] = {{PT_LOAD, PF_R, 0, 0, 0, 176, 176, 4096},
+                                   {PT_LOAD, PF_R | PF_W, offset, 4096, 4096, 0, 100, 1}};
+    const Elf64_Shdr sections[] = {{},
+                                   {1, SHT_STRTAB, 0, 0, offset, size, 0, 0, 1, 0},
+                                   {1, SHT_NOBITS, 0, 0, offset, 100, 0, 0, 1, 0}};
+    std::string bytes(reinterpret_cast<const char*>(&head), sizeof head);
+    bytes.append(reinterpret_cast<const char*>(segments), sizeof segments);
+    bytes.resize(offset);
+    bytes += names;
+    return bytes.append(reinterpret_cast<const char*>(sections), sizeof sections);
+}
+
+}  // namespace
+
+TEST_F(ResourceUpdate, KeepsTheFileUpToWhatHasNoBytesInIt) {
+    const std::string path = directory / "zeros.so";
+    const std::string before = WithEmptySegment(4096);
+    MakeFile(path, before);
+    for (const char* bytes : {"first", "other"}) {
+        ASSERT_TRUE(Put(path, "T", "n", bytes)) << GetLastError();
+        EXPECT_EQ(InFile(path, "T", "n"), bytes);
+        EXPECT_EQ(BytesOf(path).substr(64, 4096 - 64), before.substr(64, 4096 - 64));
+    }
+    const auto size = std::filesystem::file_size(path);
+    EXPECT_TRUE(Put(path, "T", "n", "third"));
+    EXPECT_EQ(std::filesystem::file_size(path), size);
+}
+
+TEST_F(ResourceUpdate, KeepsTheFileUpToASectionWithoutBytes) {
+    const std::string path = directory / "zeros.so";
+    std::string bytes = WithEmptySegment(4096);
+    // The segment stands with the other one, so that the section alone needs the place.
+    const Elf64_Off offset = 64;
+    std::memcpy(bytes.data() + 64 + 56 + offsetof(Elf64_Phdr, p_offset), &offset, sizeof offset);
+    MakeFile(path, bytes);
+    for (const char* content : {"first", "second"}) {
+        ASSERT_TRUE(Put(path, "T", "n", content)) << GetLastError();
+        EXPECT_EQ(InFile(path, "T", "n"), content);
+    }
 }
 
 // A file that is refused, how it begins, and the code.

@@ -255,13 +255,13 @@ private:
         return true;
     }
 
-    // Where the file is cut: behind the last byte that belongs to nothing that moves. Bytes
+    // Where the file is cut: behind the last byte that belongs to nothing that moves. What
+    // has no bytes in the file, as a segment of zeros, is to lie in it all the same. Bytes
     // that nothing in the module tells of are kept, unless all up to the next that moves
     // are zero, as those are that align it.
     std::uint64_t Cut() const {
         std::uint64_t cut = 0;
-        for (const Extent& extent : m_staying)
-            if (extent.size != 0) cut = std::max(cut, extent.End());
+        for (const Extent& extent : m_staying) cut = std::max(cut, extent.End());
         std::uint64_t at = cut;
         while (at < m_old.size()) {
             const std::uint64_t behind = BehindMoved(at);
