@@ -26,9 +26,10 @@ class HXBlob;
 /// | 3 | the calling module is not found by its path |
 /// | 4 | the module handle is null |
 /// | 5 | the module has no such resource |
-/// | 6, 7 | the resource could not be read; what is found can be read on this system, so neither
-/// occurs | | 10 | the module file could not be loaded | | 11 | the module had to be loaded, and
-/// the resource in it is missing or empty |
+/// | 6 | the resource is found but cannot be loaded, which does not occur on this system |
+/// | 7 | the loaded resource cannot be locked, which does not occur on this system |
+/// | 10 | the module file could not be loaded |
+/// | 11 | the module had to be loaded, and the resource in it is missing or empty |
 ///
 /// `HXBlob::LoadResource` adds 8 for a null type and 9 for a null name.
 ///
