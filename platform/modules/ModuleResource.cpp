@@ -29,10 +29,7 @@ HRSRC Find(HMODULE module, LPCSTR type, LPCSTR name, Search search) {
 }
 
 std::optional<ResourceRecord> RecordAt(HMODULE module, HRSRC place) {
-    const std::optional<ResourceSection> section = ResourcesOf(OrProgram(module));
-    const std::optional<DWORD> index = section ? section->PlaceAt(place) : std::nullopt;
-    const std::optional<ResourceRecord> record =
-        index ? section->At(*index) : std::optional<ResourceRecord>();
+    const std::optional<ResourceRecord> record = ResourceAt(OrProgram(module), place);
     if (!record) Fail(EINVAL);
     return record;
 }

@@ -135,7 +135,7 @@ TEST_F(ModuleResource, PlaceOfAnotherModuleIsRefused) {
 }
 
 TEST_F(ModuleResource, StaysAsItWasLoadedWhateverBecomesOfTheFile) {
-    const std::string path = CopyWith("old");
+    const std::string path = PlainWith("old");
     const Loaded module(path);
     // Nobody has looked anything up yet.
     ASSERT_EQ(InChild([&] { return Put(path, "TABLE", "Gauge", "new") ? 0 : 1; }), 0);
@@ -184,7 +184,7 @@ TEST_F(ModuleResource, OfAModuleThatMovedIsFound) {
 }
 
 TEST_F(ModuleResource, OfAnExtensionModuleIsThatOfItsStart) {
-    const std::string path = CopyWith("old");
+    const std::string path = CopyWith("old", "libbare.so", ZT_BARE_EXTENSION);
     void* const handle = dlopen(path.c_str(), RTLD_NOW);
     ASSERT_NE(handle, nullptr);
     const HMODULE module = GetModuleHandleA(path.c_str());
@@ -256,6 +256,35 @@ TEST_F(ModuleResource, PlaceStaysWhenItsFileIsTouched) {
     ASSERT_EQ(Shell("touch '" + path + "'"), 0);
     { const Loaded other(CopyWith("2", "other.so")); }
     EXPECT_EQ(SizeofResource(module, place), 5u);
+}
+
+TEST_F(ModuleResource, PlaceStaysWhenItsFileGrowsInItsPlace) {
+    const std::string path = CopyWith("bytes");
+    const Loaded module(path);
+    const HRSRC place = FindResourceA(module, "Gauge", "TABLE");
+    const void* const bytes = LockResource(LoadResource(module, place));
+    for (int i = 0; i < 3; ++i) {
+        std::ofstream(path, std::ios::app) << 'x';
+        { const Loaded other(CopyWith("2", "other" + std::to_string(i) + ".so")); }
+        EXPECT_EQ(SizeofResource(module, place), 5u) << i;
+        EXPECT_EQ(LockResource(LoadResource(module, place)), bytes) << i;
+        EXPECT_EQ(InMemory(module, "TABLE", "Gauge"), "bytes") << i;
+    }
+    const Loaded other(CopyWith("2", "other.so"));
+    EXPECT_EQ(SizeofResource(other, place), 0u) << "a place of the one is none of the other";
+}
+
+TEST_F(ModuleResource, PlaceIsNoneWhenItsFileHasBecomeTooShortForIt) {
+    const std::string path = PlainWith("bytes");
+    const Loaded module(path);
+    const HRSRC place = FindResourceA(module, "Gauge", "TABLE");
+    const std::string without = BytesOf(ZT_PLAIN_MODULE);
+    ASSERT_LT(without.size(), std::filesystem::file_size(path));
+    std::filesystem::resize_file(path, without.size());
+    { const Loaded other(CopyWith("2", "other.so")); }
+    SetLastError(0);
+    EXPECT_EQ(SizeofResource(module, place), 0u);
+    EXPECT_EQ(GetLastError(), DWORD{EINVAL});
 }
 
 TEST_F(ModuleResource, OfAFileThatWasReplacedUnseenIsNotTakenForTheNewOne) {

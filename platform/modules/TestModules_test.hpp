@@ -71,24 +71,23 @@ struct TestModules : testing::Test {
     TestDirectory directory;
 
     /// A new copy under this name.
-    std::string Copy(const std::string& name = "libnail.so") const {
+    std::string Copy(const std::string& name = "libnail.so",
+                     const std::string& module = ZT_TEST_MODULE) const {
         const std::string path = directory / name;
-        std::filesystem::copy_file(ZT_TEST_MODULE, path);
+        std::filesystem::copy_file(module, path);
         return path;
     }
     /// A new copy with one resource, of type "TABLE" and name "Gauge".
-    std::string CopyWith(std::string_view bytes, const std::string& name = "libnail.so") const {
-        const std::string path = Copy(name);
+    std::string CopyWith(std::string_view bytes, const std::string& name = "libnail.so",
+                         const std::string& module = ZT_TEST_MODULE) const {
+        const std::string path = Copy(name, module);
         EXPECT_TRUE(Put(path, "TABLE", "Gauge", bytes));
         return path;
     }
     /// The same of a module that has no record of an extension module, so that nothing is
     /// kept of it before it is asked.
     std::string PlainWith(std::string_view bytes, const std::string& name = "libplain.so") const {
-        const std::string path = directory / name;
-        std::filesystem::copy_file(ZT_PLAIN_MODULE, path);
-        EXPECT_TRUE(Put(path, "TABLE", "Gauge", bytes));
-        return path;
+        return CopyWith(bytes, name, ZT_PLAIN_MODULE);
     }
     /// How many files there are.
     std::ptrdiff_t Files() const {

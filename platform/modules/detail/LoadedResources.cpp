@@ -13,6 +13,13 @@
 
 namespace {
 
+// What was mapped before the file was written to in its place; bytes and places of it may
+// still be in use.
+struct EarlierFile {
+    FileMapping file;
+    ResourceSection section;
+};
+
 // A module's file in memory.
 struct KeptFile {
     // The file that is loaded under the handle.
@@ -20,9 +27,7 @@ struct KeptFile {
     // The count of unloads up to which the handle is known to stand for this file.
     unsigned long long checked = 0;
     FileMapping file;
-    // What was mapped before the file was written to in its place; bytes of it may still be
-    // in use.
-    std::vector<FileMapping> earlier;
+    std::vector<EarlierFile> earlier;
     ResourceSection section;
     // Why there are no resources, or 0.
     int error = 0;
@@ -42,6 +47,17 @@ void ReadSection(KeptFile& kept) {
     if (kept.error != 0) kept.section = ResourceSection();
 }
 
+// The resource at a place that a look-up gave, be it before the file was written to.
+std::optional<ResourceRecord> RecordAt(const KeptFile& kept, const void* place) {
+    if (const auto index = kept.section.PlaceAt(place)) return kept.section.At(*index);
+    for (const auto& [file, section] : kept.earlier) {
+        // What the file has become too short for can be read no more.
+        if (file.Bytes().size() > kept.file.Bytes().size()) continue;
+        if (const auto index = section.PlaceAt(place)) return section.At(*index);
+    }
+    return std::nullopt;
+}
+
 // Whether the file is as long as it was when it was mapped. One that cannot be opened any
 // more is.
 bool HasItsLength(const KeptFile& kept, const LoadedFile& loaded) {
@@ -58,18 +74,18 @@ bool IsModule(HMODULE module) {
 // runs under the loader's own lock, and may ask for resources.
 class LoadedResources {
 public:
-    // The resources of the module, or why there are none.
-    int Get(HMODULE module, ResourceSection& section) {
+    // Calls `use` with what is kept of the module; 0, or why nothing is.
+    template <class Use>
+    int With(HMODULE module, Use use) {
         const unsigned long long unloads = CountOfUnloads();
-        if (const std::optional<int> known = GetKnown(module, unloads, section)) return *known;
+        if (UseKnown(module, unloads, use)) return 0;
         const std::optional<LoadedFile> loaded =
             IsModule(module) ? LoadedFileOf(module) : std::optional<LoadedFile>();
         if (!loaded) return EINVAL;
         const std::scoped_lock lock(m_lock);
         if (const int error = Check(module, *loaded, unloads); error != 0) return error;
-        const KeptFile& kept = m_files.at(module);
-        section = kept.section;
-        return kept.error;
+        use(m_files.at(module));
+        return 0;
     }
 
     void ForgetUnloaded() {
@@ -92,14 +108,14 @@ private:
         return modules;
     }
 
-    // None if it has to be found out which module is loaded under the handle.
-    std::optional<int> GetKnown(HMODULE module, unsigned long long unloads,
-                                ResourceSection& section) {
+    // False if it has to be found out which module is loaded under the handle.
+    template <class Use>
+    bool UseKnown(HMODULE module, unsigned long long unloads, Use use) {
         const std::scoped_lock lock(m_lock);
         const auto known = m_files.find(module);
-        if (known == m_files.end() || known->second.checked != unloads) return std::nullopt;
-        section = known->second.section;
-        return known->second.error;
+        if (known == m_files.end() || known->second.checked != unloads) return false;
+        use(known->second);
+        return true;
     }
 
     // Makes sure that what is kept under the handle is of the module that is loaded now.
@@ -122,7 +138,7 @@ private:
             now = std::move(before);
             return error;
         }
-        before.earlier.push_back(std::move(before.file));
+        before.earlier.push_back({std::move(before.file), before.section});
         now.earlier = std::move(before.earlier);
         return 0;
     }
@@ -156,16 +172,25 @@ LoadedResources& AllLoaded() {
 
 std::optional<ResourceSection> ResourcesOf(HMODULE module) {
     ResourceSection section;
-    const int error = AllLoaded().Get(module, section);
-    if (error == 0) return section;
-    SetLastError(static_cast<DWORD>(error));
+    int missing = 0;
+    const int error = AllLoaded().With(module, [&](const KeptFile& kept) {
+        section = kept.section;
+        missing = kept.error;
+    });
+    if (error == 0 && missing == 0) return section;
+    SetLastError(static_cast<DWORD>(error != 0 ? error : missing));
     return std::nullopt;
+}
+
+std::optional<ResourceRecord> ResourceAt(HMODULE module, const void* place) {
+    std::optional<ResourceRecord> record;
+    AllLoaded().With(module, [&](const KeptFile& kept) { record = RecordAt(kept, place); });
+    return record;
 }
 
 void KeepResourcesOf(HMODULE module) {
     const DWORD before = GetLastError();
-    ResourceSection ignored;
-    static_cast<void>(AllLoaded().Get(module, ignored));
+    AllLoaded().With(module, [](const KeptFile&) {});
     SetLastError(before);
 }
 

@@ -14,6 +14,10 @@
 /// damaged section, ESTALE for a module whose file was replaced before anybody asked.
 std::optional<ResourceSection> ResourcesOf(HMODULE module);
 
+/// The resource of a loaded module at a place that a look-up has given since the module was
+/// loaded; none if the place is no such one. Leaves the last error as it comes.
+std::optional<ResourceRecord> ResourceAt(HMODULE module, const void* place);
+
 /// Makes sure that the resources of a loaded module can be read from now on, whatever
 /// becomes of its file. Leaves the last error alone.
 void KeepResourcesOf(HMODULE module);
