@@ -97,6 +97,14 @@ HRESULT QueryNamedParts(Object& object, REFIID iid, void** ppv, Parts&... parts)
     return S_OK;
 }
 
+/// As `QueryNamedParts`; an identifier that no part shows is asked of `next` instead, with
+/// `*ppv` as it was. A null `next` changes nothing.
+template <class Object, class Next, class... Parts>
+HRESULT QueryNamedPartsOr(Object& object, Next* next, REFIID iid, void** ppv, Parts&... parts) {
+    const bool isAsked = ppv != nullptr && next != nullptr && FindPart(iid, parts...) == nullptr;
+    return isAsked ? next->QueryInterface(iid, ppv) : QueryNamedParts(object, iid, ppv, parts...);
+}
+
 /// As `QueryNamedParts`; besides, the identifier of `IUnknown` gives the first part. This is how
 /// an object answers a query unless its class says otherwise.
 template <class Object, class First, class... Others>

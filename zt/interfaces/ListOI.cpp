@@ -47,9 +47,7 @@ void ListOI::AttachOwner(IUnknown* p) {
 }
 
 HRESULT ListOI::QueryInterface(const GUID& iid, void** ppv) {
-    const HRESULT result = QueryNamedParts(*this, iid, ppv, m_xList, m_xIterator);
-    if (result != E_NOINTERFACE || m_pOwner == nullptr) return result;
-    return m_pOwner->QueryInterface(iid, ppv);
+    return QueryNamedPartsOr(*this, m_pOwner, iid, ppv, m_xList, m_xIterator);
 }
 
 CObject* ListOI::GetAtVirt(POSITION pos) {

@@ -4,6 +4,8 @@
 #include <tests/CountedObject.h>
 #include <tests/Raises.h>
 #include <zt/interfaces/ListOI.h>
+#include <zt/interfaces/NumArrayOI.h>
+#include <zt/interfaces/ResultCodes.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -262,6 +264,23 @@ TEST_F(ListOITest, OwnerAnswersWhatTheListDoesNot) {
     EXPECT_EQ(found, shown);
     EXPECT_EQ(owner.queries, 4) << "these are the list's own";
     EXPECT_EQ(list.GetRef(), 2u);
+}
+
+TEST_F(ListOITest, OwnerThatLeavesTheOutPointerAloneIsNotSpokenFor) {
+    NumArrayOI none(false);
+    ASSERT_EQ(none.QueryInterface(IID_IObject_ZT, &found), S_OK);
+    list.AttachOwner(static_cast<IObject_ZT*>(found));
+    for (IUnknown* const asked :
+         {static_cast<IUnknown*>(shown), static_cast<IUnknown*>(iterator)}) {
+        found = &list;
+        EXPECT_EQ(asked->QueryInterface(IID_ITypeBasic_ZT, &found), ERROR_INVALID_STATE);
+        EXPECT_EQ(found, &list);
+    }
+    found = &list;
+    EXPECT_EQ(list.QueryInterface(IID_ITypeBasic_ZT, &found), ERROR_INVALID_STATE);
+    EXPECT_EQ(found, &list);
+    EXPECT_EQ(list.GetRef(), 0u);
+    list.m_pOwner = nullptr;
 }
 
 TEST_F(ListOITest, NullOutPointerIsRefused) {

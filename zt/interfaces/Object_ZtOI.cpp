@@ -17,9 +17,8 @@ Object_ZtOI::~Object_ZtOI() {
 }
 
 HRESULT Object_ZtOI::QueryInterface(const GUID& iid, void** ppv) {
-    const HRESULT result = QueryParts(*this, iid, ppv, m_xObject_ZT);
-    if (result != E_NOINTERFACE || m_pObject == nullptr) return result;
-    return m_pObject->QueryInterface(iid, ppv);
+    const GUID& named = iid == IID_IUnknown ? IID_IObject_ZT : iid;
+    return QueryNamedPartsOr(*this, m_pObject, named, ppv, m_xObject_ZT);
 }
 
 HRESULT Object_ZtOI::XObject_ZT::IsSame(IUnknown* other, std::int16_t* same) {

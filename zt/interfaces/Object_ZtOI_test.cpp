@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <tests/CountedObject.h>
+#include <zt/interfaces/NumArrayOI.h>
 #include <zt/interfaces/Object_ZtOI.h>
+#include <zt/interfaces/ResultCodes.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -133,6 +135,14 @@ TEST_F(ObjectZtOITest, GivesWhatAnObjectWithoutInterfacesGives) {
     Open wrapsBare(&bare);
     EXPECT_EQ(wrapsBare.QueryInterface(IID_ICounted, &found), E_NOINTERFACE);
     EXPECT_EQ(found, nullptr);
+}
+
+TEST_F(ObjectZtOITest, WrappedObjectMayLeaveTheOutPointerAlone) {
+    NumArrayOI none(false);
+    Object_ZtOI wrapper(&none);
+    found = &wrapper;
+    EXPECT_EQ(wrapper.QueryInterface(IID_ITypeBasic_ZT, &found), ERROR_INVALID_STATE);
+    EXPECT_EQ(found, &wrapper);
 }
 
 TEST_F(ObjectZtOITest, NullOutPointerIsRefused) {
