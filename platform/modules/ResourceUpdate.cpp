@@ -127,8 +127,12 @@ private:
     int Write(ByteView old, const std::vector<BYTE>& content) const {
         const std::optional<ElfChange> change = PutElfSection(old, resourceSectionName, content);
         if (!change) return ENOEXEC;
+        // A path to an open file is that of the file here: nothing is written in its place.
+        std::error_code failure;
+        const std::filesystem::path real = std::filesystem::canonical(m_path, failure);
+        if (failure) return failure.value();
         FileReplacement file;
-        int error = file.Open(m_path.c_str());
+        int error = file.Open(real.c_str());
         for (const ByteView part : {ByteView(change->head), change->kept, ByteView(change->end)})
             if (error == 0) error = file.Write(part.data(), part.size());
         if (error != 0) return error;

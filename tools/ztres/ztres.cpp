@@ -38,6 +38,10 @@ constexpr const char* help =
     "  --language N   the language's number; without it 1033, for get the lowest\n"
     "                 language if there is none of 1033\n"
     "\n"
+    "get replaces FILE by a new file in its folder, which must be one you may write to;\n"
+    "its other names (hard links) keep the old bytes. A device, /dev/stdout and /dev/fd/N\n"
+    "are written to directly.\n"
+    "\n"
     "The module is not loaded, and a change leaves it as it was or changes it whole.\n"
     "Exit status: 0 if all is well, 1 for a failure, 2 for wrong arguments.\n";
 

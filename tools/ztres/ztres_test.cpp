@@ -235,6 +235,26 @@ TEST_F(Ztres, TellsThatTheOutputCannotBeWritten) {
     EXPECT_TRUE(std::filesystem::exists("/dev/full")) << "a device is not taken away";
 }
 
+TEST_F(Ztres, MakesWhatALinkNames) {
+    ASSERT_EQ(On("put", "T n " + File("bytes")).status, 0);
+    std::filesystem::create_symlink("target", directory / "link");
+    EXPECT_EQ(On("get", "T n " + Quoted(directory / "link")).status, 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(directory / "link"));
+    EXPECT_EQ(BytesOf(directory / "target"), "bytes");
+}
+
+TEST_F(Ztres, WritesToTheStandardOutputByItsPath) {
+    ASSERT_EQ(On("put", "T n " + File("bytes")).status, 0);
+    const std::string out = directory / "got";
+    const std::string get = Quoted(ZTRES_PROGRAM) + " get " + Quoted(module) + " T n ";
+    const std::string commands = "(printf 'first '; " + get + "/dev/stdout; printf ' '; " + get +
+                                 "/dev/fd/1; printf ' last')";
+    EXPECT_EQ(std::system((commands + " >" + Quoted(out)).c_str()), 0);
+    EXPECT_EQ(BytesOf(out), "first bytes bytes last");
+    EXPECT_EQ(std::system((commands + " | cat >" + Quoted(out)).c_str()), 0);
+    EXPECT_EQ(BytesOf(out), "first bytes bytes last");
+}
+
 TEST_F(Ztres, TellsThatTheStandardOutputCannotBeWritten) {
     ASSERT_EQ(On("put", "T n " + File("x")).status, 0);
     const std::string line = "ztres: standard output: cannot write: No space left on device\n";

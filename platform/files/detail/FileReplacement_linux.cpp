@@ -4,9 +4,13 @@
 
 #include <platform/files/detail/FileReplacement.h>
 
+#include <algorithm>
 #include <atomic>
+#include <cctype>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
+#include <optional>
 
 namespace {
 
@@ -25,13 +29,48 @@ void SyncFolder(const std::string& path) {
     ::close(folder);
 }
 
-// Where a chain of symbolic links ends; the path itself where that cannot be told.
-std::string Resolved(const char* path) {
-    char* real = ::realpath(path, nullptr);
+// The path of the file without symbolic links; the path itself where that cannot be told.
+std::string Resolved(const std::string& path) {
+    char* real = ::realpath(path.c_str(), nullptr);
     if (real == nullptr) return path;
     std::string resolved(real);
     std::free(real);
     return resolved;
+}
+
+// What a symbolic link says; none if the path is no link.
+std::optional<std::string> LinkText(const std::string& path) {
+    char text[PATH_MAX];
+    const ssize_t size = ::readlink(path.c_str(), text, sizeof text);
+    return size < 0 ? std::nullopt : std::optional(std::string(text, text + size));
+}
+
+// The number of the open file of this process that a link like "/dev/fd/1" stands for.
+std::optional<int> OpenFileOf(const std::string& link) {
+    const std::string name = link.substr(link.rfind('/') + 1);
+    const bool number = !name.empty() && name.size() < 9 &&
+                        std::all_of(name.begin(), name.end(),
+                                    [](unsigned char letter) { return std::isdigit(letter); });
+    if (!number || Resolved(FolderOf(link)) != Resolved("/proc/self/fd")) return std::nullopt;
+    return std::atoi(name.c_str());
+}
+
+// What a path names in the end.
+struct End {
+    // Behind all links but those to an open file of this process; there may be nothing.
+    std::string path;
+    std::optional<int> openFile;
+};
+
+End EndOf(std::string path) {
+    // The system follows no more links either.
+    for (int links = 0; links < 40; ++links) {
+        const std::optional<std::string> text = LinkText(path);
+        if (!text) break;
+        if (const std::optional<int> open = OpenFileOf(path)) return {path, open};
+        path = text->starts_with('/') ? *text : FolderOf(path) + '/' + *text;
+    }
+    return {path, {}};
 }
 
 // Tries names in `folder` that nobody has until `make` succeeds under one or fails for
@@ -69,11 +108,12 @@ int FileReplacement::Open(const char* path) {
     struct stat status = {};
     const bool exists = ::stat(path, &status) == 0;
     if (!exists && errno != ENOENT) return errno;
-    m_path = exists ? Resolved(path) : path;
-    if (!exists) return OpenBeside();
-    if (S_ISREG(status.st_mode)) return Replace();
-    m_direct = true;
-    m_file = ::open(path, O_WRONLY | O_CLOEXEC);
+    const End end = EndOf(path);
+    m_path = exists ? Resolved(path) : end.path;
+    m_direct = end.openFile || (exists && !S_ISREG(status.st_mode));
+    if (!m_direct) return exists ? Replace() : OpenBeside();
+    m_file = end.openFile ? ::fcntl(*end.openFile, F_DUPFD_CLOEXEC, 0)
+                          : ::open(path, O_WRONLY | O_CLOEXEC);
     return m_file < 0 ? errno : 0;
 }
 

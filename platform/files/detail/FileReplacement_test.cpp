@@ -3,6 +3,7 @@
 #include <platform/files/detail/FileReplacement.h>
 #include <platform/files/TestDirectory_test.hpp>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -21,6 +22,12 @@ struct FileReplacementOf : testing::TestWithParam<bool> {
 
     std::ptrdiff_t Files() const {
         return std::distance(std::filesystem::directory_iterator(directory.Path()), {});
+    }
+    // Whether the file system does what the test is about.
+    bool HasSuchFiles() const {
+        if (GetParam()) return true;
+        const int file = open(directory.Path().c_str(), O_RDWR | O_TMPFILE | O_CLOEXEC, 0600);
+        return file >= 0 && close(file) == 0;
     }
     mode_t Mode() const {
         struct stat status {};
@@ -58,6 +65,7 @@ TEST_P(FileReplacementOf, MakesANewFile) {
 }
 
 TEST_P(FileReplacementOf, LeavesNothingWithoutAnEnd) {
+    if (!HasSuchFiles()) GTEST_SKIP() << "no files without names here";
     MakeFile(path, "old");
     {
         FileReplacement file(GetParam());
@@ -70,6 +78,7 @@ TEST_P(FileReplacementOf, LeavesNothingWithoutAnEnd) {
 }
 
 TEST_P(FileReplacementOf, LeavesAFileOfItsKindWhenItIsKilled) {
+    if (!HasSuchFiles()) GTEST_SKIP() << "no files without names here";
     MakeFile(path, "old");
     const pid_t child = fork();
     if (child == 0) {
@@ -109,6 +118,70 @@ TEST_P(FileReplacementOf, DoesNotRunAsAnOwnerWhoDidNotWriteIt) {
     EXPECT_EQ(WEXITSTATUS(status), 0);
     EXPECT_EQ(BytesOf(path), "new");
     EXPECT_EQ(Mode(), 0777u) << "the bits that let it run as its owner are gone";
+}
+
+TEST_P(FileReplacementOf, ReplacesWhatALinkNames) {
+    MakeFile(path, "old");
+    const std::string target = path;
+    path = directory / "link";
+    std::filesystem::create_symlink("file", path);
+    EXPECT_EQ(Replace("new"), 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(path));
+    EXPECT_EQ(BytesOf(target), "new");
+    EXPECT_EQ(Files(), 2);
+}
+
+TEST_P(FileReplacementOf, MakesWhatALinkNames) {
+    std::filesystem::create_directory(directory / "folder");
+    std::filesystem::create_symlink(directory / "folder/second", path);
+    std::filesystem::create_symlink("third", directory / "folder/second");
+    EXPECT_EQ(Replace("new"), 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(path));
+    EXPECT_TRUE(std::filesystem::is_symlink(directory / "folder/second"));
+    EXPECT_FALSE(std::filesystem::is_symlink(directory / "folder/third"));
+    EXPECT_EQ(BytesOf(directory / "folder/third"), "new");
+    EXPECT_EQ(Files(), 2);
+}
+
+TEST_P(FileReplacementOf, MakesNothingWhereALinkNamesNoPlaceForAFile) {
+    std::filesystem::create_symlink("nowhere/file", path);
+    EXPECT_EQ(Replace("new"), ENOENT);
+    std::filesystem::remove(path);
+    std::filesystem::create_symlink("file", path);
+    EXPECT_EQ(Replace("new"), ELOOP);
+    EXPECT_TRUE(std::filesystem::is_symlink(path));
+    EXPECT_EQ(Files(), 1);
+}
+
+TEST_P(FileReplacementOf, WritesToAnOpenFileDirectly) {
+    const std::string target = path;
+    MakeFile(target, "old, ");
+    const int file = open(target.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
+    ASSERT_GE(file, 0);
+    const std::string number = std::to_string(file);
+    path = directory / "link";
+    std::filesystem::create_symlink("/dev/fd/" + number, path);
+    for (const std::string& other : {"/dev/fd/" + number, "/proc/self/fd/" + number, path}) {
+        path = other;
+        EXPECT_EQ(Replace("new, "), 0) << other;
+    }
+    EXPECT_EQ(BytesOf(target), "old, new, new, new, ");
+    EXPECT_EQ(Files(), 2);
+    EXPECT_EQ(close(file), 0) << "it stays open";
+    EXPECT_NE(Replace("new"), 0) << "no such file is open";
+}
+
+TEST_P(FileReplacementOf, WritesToAnOpenFileThatHasNoNameAnyMore) {
+    const int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    ASSERT_GE(file, 0);
+    std::filesystem::remove(path);
+    path = "/dev/fd/" + std::to_string(file);
+    EXPECT_EQ(Replace("new"), 0);
+    char bytes[4] = {};
+    EXPECT_EQ(pread(file, bytes, 3, 0), 3);
+    EXPECT_STREQ(bytes, "new");
+    EXPECT_EQ(Files(), 0);
+    close(file);
 }
 
 TEST_P(FileReplacementOf, WritesToADeviceDirectly) {
