@@ -30,7 +30,8 @@ BlobOI::BlobOI(bool bAllocate, bool bCached) : BlobOI() {
     m_bCached = bCached;
 }
 
-// The blob embedded in `o` stays in use, deliberately.
+// The blob embedded in `o` stays in use, deliberately. The count is not taken over: as after
+// every construction of this class, nobody has a reference yet.
 BlobOI::BlobOI(const BlobOI& o)
     : RefObj(o), m_blob(o.m_blob), m_pBlob(o.m_pBlob), m_bCached(o.m_bCached) {
     m_nRefCount = 0;

@@ -22,12 +22,13 @@ namespace ZT {
 /// As `IBlob`, it works with the blob's own operations, where the hazards are told:
 /// - `GetSize` is the virtual one, so that a cached blob answers for its file.
 /// - `ReadFile` is `HXBlob::Read`, and `WriteFile` is `HXBlob::Write`. A null path is an empty
-///   one, which names no file. A file that opens but cannot be read raises its
+///   one, which names no file. **Reading frees the block that is shown, with `delete[]`, also
+///   one that was only attached.** A file that opens but cannot be read raises its
 ///   `CFileException`, which passes through the interface.
 /// - `SetData` is `HXBlob::Copy` of an array: **a block that is there must be large enough.**
 /// - `GetData` is `HXBlob::CopyTo`, which makes as many elements as `m_nSize` says. **Of a
 ///   cached blob whose bytes are in the file it gives an array without elements**: call its
-///   `LoadCache` first.
+///   `LoadCache` before each `GetData`, which frees what was read back.
 class ZT_API BlobOI : public RefObj {
 public:
     /// Shows the embedded blob, without a block.
@@ -47,7 +48,8 @@ public:
     BlobOI(const BlobOI& o);
     ~BlobOI() override;
 
-    /// For raw memory: count 0, and the embedded blob is shown, which is left as it is.
+    /// For raw memory: the count is 0, the embedded blob is shown, and `m_bCached` is false. The
+    /// embedded blob and the by-value mode are left as they are.
     void Construct();
 
     /// `IBlob` and `IUnknown` give the part that shows the blob, with a reference added; any

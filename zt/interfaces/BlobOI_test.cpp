@@ -1,7 +1,9 @@
 #include <zt/interfaces/BlobOI.h>
 
 #include <gtest/gtest.h>
+#include <platform/object/CFileException.h>
 #include <tests/CountedObject.h>
+#include <tests/Raises.h>
 #include <zt/memory/BlobCached.h>
 
 #include <cstddef>
@@ -94,6 +96,7 @@ TEST_F(BlobOITest, AllocatesABlobOfTheKindAskedFor) {
     EXPECT_NE(plain.m_pBlob, &plain.m_blob);
     EXPECT_EQ(dynamic_cast<BlobCached*>(plain.m_pBlob), nullptr);
     EXPECT_EQ(plain.m_pBlob->m_pData, nullptr);
+    EXPECT_FALSE(plain.m_pBlob->m_bAutoDelete);
     EXPECT_FALSE(plain.m_bCached);
 
     const Open cached(true, true);
@@ -101,6 +104,7 @@ TEST_F(BlobOITest, AllocatesABlobOfTheKindAskedFor) {
     EXPECT_EQ(cached.GetRef(), 0u);
     EXPECT_NE(dynamic_cast<BlobCached*>(cached.m_pBlob), nullptr);
     EXPECT_EQ(cached.m_pBlob->m_nSize, 0u);
+    EXPECT_FALSE(cached.m_pBlob->m_bAutoDelete);
     EXPECT_TRUE(cached.m_bCached);
 }
 
@@ -128,6 +132,18 @@ TEST_F(BlobOITest, CopyGoesOnUsingTheEmbeddedBlobOfTheOther) {
     EXPECT_EQ(original.GetRef(), 1u);
 }
 
+TEST_F(BlobOITest, CopyDoesNotFreeTheBlockOfAnAutoDeletingBlob) {
+    Open original;
+    original.m_blob.m_bAutoDelete = true;
+    original.m_blob.Set("x");
+    {
+        const Open copy(original);
+        EXPECT_EQ(copy.m_blob.m_pData, original.m_blob.m_pData);
+        EXPECT_FALSE(copy.m_blob.m_bAutoDelete);
+    }
+    EXPECT_EQ(Bytes(original.m_blob), "x\0"s);
+}
+
 TEST_F(BlobOITest, CopyKeepsTheByValueMode) {
     object.SetByVal(true, false);
     Open copy(object);
@@ -149,6 +165,14 @@ TEST_F(BlobOITest, ConstructMakesItShowItsOwnBlobAsItIs) {
     EXPECT_FALSE(raw.m_bCached);
     EXPECT_EQ(raw.m_blob.m_nSize, 9u);
     raw.~Open();
+}
+
+TEST_F(BlobOITest, ConstructKeepsTheByValueMode) {
+    object.SetByVal(true, false);
+    object.Construct();
+    EXPECT_EQ(object.AddRef(), 1u);
+    EXPECT_EQ(object.Release(), 0u);
+    EXPECT_EQ(destroyed, 0);
 }
 
 TEST_F(BlobOITest, FirstQueryGivesTheFirstReferenceAndItsReleaseEndsTheObject) {
@@ -237,6 +261,31 @@ TEST_F(BlobOITest, ReadsAFile) {
     object.m_pBlob = &target;
     EXPECT_EQ(Shown()->ReadFile((directory / "some").c_str()), 0);
     EXPECT_EQ(Bytes(target), "from the file");
+}
+
+TEST_F(BlobOITest, EmptyFileLeavesNoBlock) {
+    const TestDirectory directory;
+    MakeFile(directory / "empty", "");
+    Own target("before");
+    object.m_pBlob = &target;
+    EXPECT_EQ(Shown()->ReadFile((directory / "empty").c_str()), S_OK);
+    std::uint32_t size = 99;
+    EXPECT_EQ(Shown()->GetSize(&size), S_OK);
+    EXPECT_EQ(size, 0u);
+    EXPECT_EQ(target.m_pData, nullptr);
+}
+
+// Reading swallows nothing, unlike writing.
+TEST_F(BlobOITest, FailureWhileReadingPassesThroughTheInterface) {
+    struct Failing : HXBlob {
+        int Read(CFile&) override { AfxThrowFileException(CFileException::genericException); }
+    };
+    const TestDirectory directory;
+    const std::string path = directory / "some";
+    MakeFile(path, "cannot be read");
+    Failing failing;
+    object.m_pBlob = &failing;
+    EXPECT_TRUE(testing_support::Raises<CFileException>([&] { Shown()->ReadFile(path.c_str()); }));
 }
 
 TEST_F(BlobOITest, MissingFileGivesAPositiveAnswerThatPassesForSuccess) {
@@ -338,6 +387,12 @@ TEST_F(BlobOITest, LargeFileOfACachedBlobStaysInItsTemporaryFile) {
     EXPECT_EQ(caching.m_xBlob.GetData(&array), S_OK);
     ASSERT_NE(array, nullptr);
     EXPECT_TRUE(BytesIn(array) == content);
+    SafeArrayDestroy(array);
+
+    EXPECT_EQ(allocated->m_nSize, 0u) << "freed again";
+    EXPECT_EQ(caching.m_xBlob.GetData(&array), S_OK);
+    ASSERT_NE(array, nullptr);
+    EXPECT_EQ(array->rgsabound[0].cElements, 0u);
     SafeArrayDestroy(array);
 }
 

@@ -10,7 +10,8 @@ namespace ZT {
 /// Two limits that can be read and set: those of an interval, or start and end of an arc.
 ///
 /// The operations that the two kinds of ranges answer differently say so at the object's class.
-/// With no range behind the object all three give `E_UNEXPECTED`.
+/// With no range behind the object all three give `E_UNEXPECTED`, but for two cases that are
+/// answered first: `GetB` with a null pointer, and `Set` of an object that is read-only.
 class IRange : public IUnknown {
 public:
     /// The lower limit, or the start of the arc. A null `a` gives `DISP_E_PARAMNOTOPTIONAL`,

@@ -139,6 +139,25 @@ TEST_F(RangeR1OITest, OuterReleaseEndsTheObjectAsWell) {
     EXPECT_EQ(destroyed, 1);
 }
 
+// The part calls the class's own operations, whatever a derived class declares.
+TEST_F(RangeR1OITest, OuterOperationsAreNotVirtual) {
+    struct Hiding : RangeR1OI {
+        ulong AddRef() { return 99; }
+        ulong Release() { return 98; }
+        HRESULT QueryInterface(const GUID&, void**) { return 97; }
+    };
+    Hiding hiding;
+    EXPECT_EQ(hiding.RangeR1OI::QueryInterface(IID_IRange, &found), S_OK);
+    auto* const shown = static_cast<IRange*>(found);
+    EXPECT_EQ(shown->AddRef(), 2u);
+    EXPECT_EQ(shown->QueryInterface(IID_IRange, &found), S_OK);
+    EXPECT_EQ(shown->Release(), 2u);
+    RangeR1OI& plain = hiding;
+    EXPECT_EQ(plain.AddRef(), 3u);
+    EXPECT_EQ(plain.Release(), 2u);
+    EXPECT_EQ(plain.QueryInterface(IID_IRange, &found), S_OK);
+}
+
 TEST_F(RangeR1OITest, ReleaseBelowZeroWrapsAndDeletesNothing) {
     EXPECT_EQ(object.Release(), 0xFFFFFFFFu);
     EXPECT_EQ(destroyed, 0);

@@ -11,7 +11,8 @@ namespace ZT {
 
 /// An arc with an interface added, which shows the arc that was attached as `IRange`. It does
 /// not show itself unless it is attached to itself; **before `AttachRange` it shows nothing**,
-/// and all operations of the interface answer `E_UNEXPECTED`.
+/// and all operations of the interface answer `E_UNEXPECTED`, but for `GetB` with a null pointer,
+/// which is refused first, with `DISP_E_PARAMNOTOPTIONAL`.
 ///
 /// It lives as a `RangeR1OI` does: counted by itself, made with `new` and ended when its count,
 /// which starts at 0, falls back to 0; or embedded in a client's object, which
@@ -19,7 +20,8 @@ namespace ZT {
 ///
 /// As `IRange`, it gives the start by `RangeS1::GetA`, which is -pi for the whole circle, and
 /// the stored end. It sets both, in radians, by the arc's virtual `Set`, if both are valid by
-/// the static `S1::IsValid`; otherwise it answers `DISP_E_PARAMNOTOPTIONAL`. So -pi is refused.
+/// the static `S1::IsValid`; otherwise it answers `DISP_E_PARAMNOTOPTIONAL`. So -pi is refused,
+/// and a NaN is not.
 ///
 /// A query writes `*ppv` only when it succeeds, **and `ppv` is not tested for null**.
 class ZT_API RangeS1OI : public RangeS1 {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <tests/CountedObject.h>
 
+#include <cmath>
 #include <cstddef>
 #include <zt/frame/VirtualTable_test.hpp>
 
@@ -143,6 +144,25 @@ TEST_F(RangeS1OITest, OuterReleaseEndsTheObjectAsWell) {
     EXPECT_EQ(destroyed, 1);
 }
 
+// The part calls the class's own operations, whatever a derived class declares.
+TEST_F(RangeS1OITest, OuterOperationsAreNotVirtual) {
+    struct Hiding : RangeS1OI {
+        ulong AddRef() { return 99; }
+        ulong Release() { return 98; }
+        HRESULT QueryInterface(const GUID&, void**) { return 97; }
+    };
+    Hiding hiding;
+    EXPECT_EQ(hiding.RangeS1OI::QueryInterface(IID_IRange, &found), S_OK);
+    auto* const shown = static_cast<IRange*>(found);
+    EXPECT_EQ(shown->AddRef(), 2u);
+    EXPECT_EQ(shown->QueryInterface(IID_IRange, &found), S_OK);
+    EXPECT_EQ(shown->Release(), 2u);
+    RangeS1OI& plain = hiding;
+    EXPECT_EQ(plain.AddRef(), 3u);
+    EXPECT_EQ(plain.Release(), 2u);
+    EXPECT_EQ(plain.QueryInterface(IID_IRange, &found), S_OK);
+}
+
 TEST_F(RangeS1OITest, ReleaseBelowZeroWrapsAndDeletesNothing) {
     EXPECT_EQ(object.Release(), 0xFFFFFFFFu);
     EXPECT_EQ(destroyed, 0);
@@ -243,6 +263,39 @@ TEST_F(RangeS1OITest, RefusesAnglesThatAreNotValid) {
     EXPECT_EQ(arc.m_max, 2.0);
     EXPECT_EQ(Shown()->Set(1.0, 3.14159265358979), S_OK);
     EXPECT_EQ(arc.m_max, 3.14159265358979);
+}
+
+// The last doubles that are valid, and the first ones of 14 digits that are not.
+TEST_F(RangeS1OITest, AnglesAreValidUpToTheToleranceInsideMinusPiAndOutsidePi) {
+    EXPECT_EQ(Shown()->Set(1.0, 3.14159265368979), S_OK);
+    EXPECT_EQ(arc.m_min, 1.0);
+    EXPECT_EQ(Shown()->Set(-3.14159265348979, 1.5), S_OK);
+    EXPECT_EQ(arc.m_min, -3.14159265348979);
+    EXPECT_EQ(arc.m_max, 1.5);
+    EXPECT_EQ(Shown()->Set(1.0, 3.1415926536898), DISP_E_PARAMNOTOPTIONAL);
+    EXPECT_EQ(Shown()->Set(-3.1415926534898, 1.0), DISP_E_PARAMNOTOPTIONAL);
+    EXPECT_EQ(arc.m_min, -3.14159265348979);
+    EXPECT_EQ(arc.m_max, 1.5);
+}
+
+TEST_F(RangeS1OITest, NanIsNotRefused) {
+    EXPECT_EQ(Shown()->Set(std::nan(""), 1.0), S_OK);
+    EXPECT_TRUE(std::isnan(arc.m_min));
+    EXPECT_EQ(arc.m_max, 1.0);
+    EXPECT_EQ(Shown()->Set(1.0, std::nan("")), S_OK);
+    EXPECT_EQ(arc.m_min, 1.0);
+    EXPECT_TRUE(std::isnan(arc.m_max));
+}
+
+TEST_F(RangeS1OITest, SetFromSeamToSeamMakesTheWholeCircle) {
+    EXPECT_EQ(Shown()->Set(-3.14159265348979, 3.14159265358979), S_OK);
+    EXPECT_EQ(arc.m_eState, RangeS1::eStateFull);
+    EXPECT_EQ(arc.m_min, 3.14159265358979);
+    EXPECT_EQ(arc.m_max, 3.14159265358979);
+    EXPECT_EQ(Shown()->GetA(&x), S_OK);
+    EXPECT_EQ(x, -3.14159265358979);
+    EXPECT_EQ(Shown()->GetB(&x), S_OK);
+    EXPECT_EQ(x, 3.14159265358979);
 }
 
 TEST_F(RangeS1OITest, TableOfThePartIsInOrder) {
