@@ -185,7 +185,8 @@ TEST_F(DataContextTest, IsOfItsOwnClassAndOfTheRoot) {
     EXPECT_TRUE(context.IsKindOf(RUNTIME_CLASS(DataContext)));
     EXPECT_TRUE(context.IsKindOf(CObject::GetThisClass()));
     EXPECT_FALSE(RefObj().IsKindOf(RUNTIME_CLASS(DataContext)));
-    EXPECT_EQ(CRuntimeClass::CreateObject("DataContext"), nullptr);
+    EXPECT_EQ(CRuntimeClass::FromName("DataContext"), &DataContext::classDataContext);
+    EXPECT_EQ(CRuntimeClass::CreateObject("DataContext"), nullptr) << "found, but cannot be made";
 }
 
 TEST_F(DataContextTest, TableOfThePartIsInOrder) {
