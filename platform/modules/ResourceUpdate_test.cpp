@@ -271,6 +271,18 @@ TEST_F(ResourceUpdate, LeavesASymbolicLinkOne) {
     EXPECT_EQ(InFile(path, "T", "n"), "bytes");
 }
 
+TEST_F(ResourceUpdate, ByThePathOfAnOpenFileReplacesItToo) {
+    const std::string path = CopyWith("old");
+    const std::string before = BytesOf(path);
+    const int file = open(path.c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_GE(file, 0);
+    const std::string link = "/proc/self/fd/" + std::to_string(file);
+    EXPECT_TRUE(Put(link, "TABLE", "Gauge", "new"));
+    EXPECT_EQ(InFile(path, "TABLE", "Gauge"), "new");
+    EXPECT_TRUE(BytesOf(link) == before) << "what is open is the old file";
+    close(file);
+}
+
 TEST_F(ResourceUpdate, OfALoadedModuleChangesTheFileOnly) {
     const std::string path = CopyWith("old");
     const HMODULE module = AfxLoadLibrary(path.c_str());
