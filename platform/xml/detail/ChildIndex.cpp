@@ -100,6 +100,7 @@ pugi::xml_node ChildIndex::Item(std::size_t index) try {
     while (m_children.Size() <= index) {
         if (!AddNext()) return {};
     }
+    if (index + 1 == m_children.Size()) return m_children.Last();
     return m_children.At(index, [](pugi::xml_node node, bool forward) {
         return forward ? node.next_sibling() : node.previous_sibling();
     });
@@ -138,7 +139,10 @@ pugi::xml_node ChildIndex::Named(std::string_view name, std::size_t index) try {
         if (!FileNext()) return {};
         if (run == NamedRuns::kNone && IsRecent(name)) run = m_recent;
     }
-    return m_named.Run(run).At(index, [name](pugi::xml_node node, bool forward) {
+    // The one that was just filed, when the questions go through the elements in order.
+    NodeRun& nodes = m_named.Run(run);
+    if (index + 1 == nodes.Size()) return nodes.Last();
+    return nodes.At(index, [name](pugi::xml_node node, bool forward) {
         do {
             node = forward ? node.next_sibling() : node.previous_sibling();
         } while (!IsElementNamed(node, name));
