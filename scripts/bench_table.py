@@ -93,7 +93,7 @@ def print_growth(table):
     for work, points in sizes.items():
         points.sort()
         (small, first), (large, last) = points[0], points[-1]
-        if large > small:
+        if large > small > 0:
             lines.append(f"- {work}: {large // small:,} times the size takes {last / first:,.1f} times as much")
     if lines:
         print("\nGrowth of ours:\n")

@@ -161,13 +161,19 @@ void SetR1::GetBounds(RangeR1& out) const {
 int SetR1::FindRange(double x) const {
     const RangeR1* const last = end();
     const RangeR1* at = begin();
+    // In a short set the look whether a block may be passed over costs more than it saves.
+    const bool passes = last - at >= 2 * kBlock;
     while (last - at >= kBlock) {
-        at = PassBlocks(at, last, [x](const RangeR1* block) { return AllBelow(block, x); });
-        if (last - at < kBlock) break;
+        if (passes) {
+            at = PassBlocks(at, last, [x](const RangeR1* block) { return AllBelow(block, x); });
+            if (last - at < kBlock) break;
+        }
         const RangeR1* const blockEnd = at + kBlock;
         at = FindInBlock(at, x);
         if (at != blockEnd) return static_cast<int>(at - begin());
-        at = PassBlocks(at, last, [x](const RangeR1* block) { return AllAbove(block, x); });
+        if (passes) {
+            at = PassBlocks(at, last, [x](const RangeR1* block) { return AllAbove(block, x); });
+        }
     }
     at = FindOneByOne(at, last, x);
     return at == last ? -1 : static_cast<int>(at - begin());
