@@ -68,7 +68,7 @@ def shown(work, figure):
 def print_table(title, table, ratios_only):
     peers = sorted({who for figures in table.values() for who in figures} - {"ours"})
     print(f"\n### {title}\n")
-    print("| work | ours | " + " | ".join(peers) + " |")
+    print("| " + " | ".join(["work", "ours", *peers]) + " |")
     print("|---|---|" + "---|" * len(peers))
     for (work, size), figures in table.items():
         name = f"{work} ({int(size):,})" if size.isdigit() else work
@@ -80,7 +80,7 @@ def print_table(title, table, ratios_only):
                 continue
             ratio = f"{figures[who] / ours:.2f}" if ours else ""
             cells.append(ratio if ratios_only else f"{shown(work, figures[who])} ({ratio})")
-        print(f"| {name} | " + " | ".join(cells) + " |")
+        print("| " + " | ".join([name, *cells]) + " |")
 
 
 def print_growth(table):
