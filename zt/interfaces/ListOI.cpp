@@ -55,6 +55,19 @@ CObject* ListOI::GetAtVirt(POSITION pos) {
     return static_cast<CObject*>(m_pfnGetAt(m_pList, pos));
 }
 
+void ListOI::CopyCyclic(const ListOI& src, POSITION from, POSITION to) {
+    const CObList& source = *src.m_pList;
+    const POSITION tail = source.GetTailPosition();
+    while (from != nullptr) {
+        const POSITION here = from;
+        CObject* const element = CyclicWalks::NextRound(source, from);
+        // What was appended to the list itself is not part of the run.
+        if (here == tail) from = source.GetHeadPosition();
+        m_pList->AddTail(element);
+        if (here == to) return;
+    }
+}
+
 HRESULT ListOI::XList::GetIterator(IIterator64** iterator) {
     if (iterator == nullptr) return DISP_E_PARAMNOTOPTIONAL;
     void* found = nullptr;

@@ -117,17 +117,19 @@ public:
         return CyclicWalks::IsNeighbourPosns(*m_pList, a, b);
     }
     /// Number of elements of the cyclic run, both ends included: 1 when they are the same
-    /// position, 0 for a null `from` and, with different ends, in an empty list. A `to` that is
-    /// not in the list makes this walk without end.
+    /// position, 0 for a null `from`. A `to` that is not in the list makes this walk without end.
+    /// Only an empty list has no head to go on at: there the nodes behind `from`, which belong to
+    /// some other list, are walked once, and the answer is 0 if `to` is not among them.
     int Count(POSITION from, POSITION to) const {
-        if (from != to && m_pList->IsEmpty()) return 0;
-        return CyclicWalks::Count(*m_pList, from, to);
+        int count = 1;
+        for (; from != nullptr && from != to; ++count) CyclicWalks::NextRound(*m_pList, from);
+        return from != nullptr ? count : 0;
     }
-    /// Appends the elements of the cyclic run of `src`, both ends included. Nothing happens for
-    /// a null `from`. A `to` that is not in `src` makes this append without end.
-    void CopyCyclic(const ListOI& src, POSITION from, POSITION to) {
-        CyclicWalks::CopyCyclic(*m_pList, *src.m_pList, from, to);
-    }
+    /// Appends the elements of the cyclic run of `src`, both ends included. `src` may be this
+    /// list, and then turns round at the tail that it had before. Nothing happens for a null
+    /// `from`. A `to` that is not in `src` makes this append without end; of an empty `src`, as
+    /// with `Count`, it stops with the last node behind `from`.
+    void CopyCyclic(const ListOI& src, POSITION from, POSITION to);
     /// Takes the elements from `from` through `to` out of the list, without wrapping: to the
     /// tail when `to` is not met. They are not destroyed. Nothing happens for a null `from`.
     void Remove(POSITION from, POSITION to) { CyclicWalks::RemoveRun(*m_pList, from, to); }

@@ -524,6 +524,9 @@ TEST_F(ListOITest, CountsRuns) {
     const Open empty(false, true);
     EXPECT_EQ(empty.Count(at[3], at[0]), 0) << "the walk comes to no node";
     EXPECT_EQ(empty.Count(at[3], at[3]), 1);
+    EXPECT_EQ(empty.Count(at[0], at[1]), 2) << "on the nodes of another list";
+    EXPECT_EQ(empty.Count(at[0], at[3]), 4);
+    EXPECT_EQ(empty.Count(at[0], nullptr), 0);
 }
 
 TEST_F(ListOITest, CopiesARunRoundTheEnd) {
@@ -536,6 +539,19 @@ TEST_F(ListOITest, CopiesARunRoundTheEnd) {
     copy.CopyCyclic(list, at[1], at[1]);
     EXPECT_THAT(copy.Numbers(), ElementsAre(9, 3, 4, 1, 2));
     EXPECT_THAT(list.Numbers(), ElementsAre(1, 2, 3, 4));
+    list.CopyCyclic(list, at[2], at[0]);
+    EXPECT_THAT(list.Numbers(), ElementsAre(1, 2, 3, 4, 3, 4, 1)) << "round the former tail";
+}
+
+TEST_F(ListOITest, CopiesFromAnEmptyListUpToTheLastNode) {
+    const Open empty(false, true);
+    Open copy(false, true);
+    copy.CopyCyclic(empty, at[3], at[0]);
+    EXPECT_THAT(copy.Numbers(), ElementsAre(4));
+    copy.CopyCyclic(empty, at[0], at[1]);
+    EXPECT_THAT(copy.Numbers(), ElementsAre(4, 1, 2));
+    copy.CopyCyclic(empty, at[2], nullptr);
+    EXPECT_THAT(copy.Numbers(), ElementsAre(4, 1, 2, 3, 4));
 }
 
 TEST_F(ListOITest, RemoveTakesARunWithoutWrapping) {
