@@ -106,7 +106,8 @@ protected:
 /// The index of an object in a client's array; -1 when it is not in there, and for a null array.
 ///
 /// Each element is released before it is compared, so the array has to hold references of its
-/// own.
+/// own. What the array answers is not looked at: an element that it fails to give counts as
+/// null. A null `pObj` is therefore found at the first element that is null or cannot be had.
 ZT_API std::int32_t zglFindObj(IArray* pArray, IUnknown* pObj);
 
 }  // namespace ZT

@@ -164,6 +164,20 @@ TEST_F(Array2OITest, EndsWhenAReleaseBringsTheCountToZero) {
     EXPECT_EQ(ended, 1);
 }
 
+TEST_F(Array2OITest, SecondPartCountsArrayAndAdapterToo) {
+    auto* counted = new Ending(&array);
+    IArray_PW* const part = &counted->m_xArray_PW;
+    EXPECT_EQ(part->AddRef(), 101u);
+    EXPECT_EQ(counted->GetRef(), 1u);
+    EXPECT_EQ(part->AddRef(), 102u);
+    EXPECT_EQ(counted->GetRef(), 2u);
+    EXPECT_EQ(part->Release(), 101u);
+    EXPECT_EQ(counted->GetRef(), 1u);
+    EXPECT_EQ(ended, 0);
+    EXPECT_EQ(part->Release(), 100u);
+    EXPECT_EQ(ended, 1);
+}
+
 TEST_F(Array2OITest, QueryOfTheObjectCountsTheObjectAlone) {
     for (const IID& id : {IID_IArray2, IID_IUnknown}) {
         EXPECT_EQ(object.QueryInterface(id, &found), S_OK);
@@ -432,6 +446,10 @@ TEST_F(Array2OITest, FindsAnObjectInAnArray) {
     array.elements = {&first, nullptr, &second, &second};
     EXPECT_EQ(zglFindObj(&array, &second), 2) << "the first of two";
     EXPECT_EQ(zglFindObj(&array, nullptr), 1);
+    array.answer = E_UNEXPECTED;
+    EXPECT_EQ(zglFindObj(&array, &first), -1) << "no element is given";
+    EXPECT_EQ(zglFindObj(&array, nullptr), 0);
+    array.answer = S_OK;
     array.elements.clear();
     EXPECT_EQ(zglFindObj(&array, &first), -1);
     EXPECT_EQ(first.count, 1u) << "each is released again";

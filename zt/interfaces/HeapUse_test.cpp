@@ -71,6 +71,16 @@ TEST_F(InterfaceHeapUse, ContainersNeedMemory) {
     EXPECT_TRUE(LacksMemory(0, [] { const NumArrayOI made(true); }));
 }
 
+TEST_F(InterfaceHeapUse, ListTakesItsNodesTenAtATime) {
+    ListOI list(false, true);
+    const auto addTen = [&list] {
+        for (int i = 0; i < 10; ++i) list.AddTail(nullptr);
+    };
+    EXPECT_EQ(AllocationsIn(addTen), 1u);
+    EXPECT_EQ(AllocationsIn([&list] { list.AddTail(nullptr); }), 1u) << "the eleventh";
+    EXPECT_EQ(AllocationsIn(addTen), 1u) << "the twenty-first";
+}
+
 TEST_F(InterfaceHeapUse, ReadingAndStoringTakesNoMemory) {
     double value = 0.0;
     EXPECT_EQ(AllocationsIn([&] {

@@ -161,6 +161,29 @@ TEST_F(ListOITest, OwnerIsHeldUntilTheEnd) {
     EXPECT_EQ(owner.count, 1u);
 }
 
+// An owner that notes at its release how many elements a list has.
+struct NotingOwner final : IUnknown {
+    HRESULT QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+    ULONG AddRef() override { return 2; }
+    ULONG Release() override {
+        left = list->GetCount();
+        return 1;
+    }
+    const CObList* list = nullptr;
+    std::int64_t left = -1;
+};
+
+TEST_F(ListOITest, OwnerIsReleasedWhileTheListIsThere) {
+    NotingOwner noting;
+    {
+        Open held(false, true);
+        for (const std::uintptr_t i : {1u, 2u, 3u}) held.AddTail(P(i));
+        noting.list = held.m_pList;
+        held.AttachOwner(&noting);
+    }
+    EXPECT_EQ(noting.left, 3);
+}
+
 TEST_F(ListOITest, PreviousOwnerIsNotReleased) {
     CountedObject next;
     list.AttachOwner(&owner);

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <tuple>
+#include <type_traits>
 #include <vector>
 #include <zt/frame/VirtualTable_test.hpp>
 
@@ -69,6 +70,7 @@ struct NumArrayOITest : testing::Test {
 
 TEST_F(NumArrayOITest, FieldsFollowTheRoot) {
     EXPECT_THAT(Open::Offsets(), ElementsAre(16, 24, 32, 40));
+    static_assert(std::is_same_v<decltype(Open::m_pArray), CArray<double, double>*>);
     EXPECT_EQ(sizeof(NumArrayOI), 48u);
     EXPECT_EQ(sizeof(RefObj), 16u);
 }
@@ -377,6 +379,18 @@ TEST_F(NumArrayOITest, CopyFromTakesOverTheNumbers) {
     source.m_pArray->RemoveAll();
     EXPECT_EQ(self->CopyFrom(&source.m_xObject_ZT), S_OK);
     EXPECT_THAT(Now(), IsEmpty());
+}
+
+TEST_F(NumArrayOITest, CopyFromGrowsToTheSizeOfTheSource) {
+    Open source(true);
+    for (const double number : {5.0, 6.0, 7.0, 8.0, 9.0}) source.m_pArray->Add(number);
+    EXPECT_EQ(self->CopyFrom(&source.m_xObject_ZT), S_OK);
+    EXPECT_THAT(Now(), ElementsAre(5, 6, 7, 8, 9));
+    EXPECT_THAT(NumbersOf(*source.m_pArray), ElementsAre(5, 6, 7, 8, 9));
+    Open none(true);
+    source.m_pArray->SetSize(1);
+    EXPECT_EQ(none.m_xObject_ZT.CopyFrom(&source.m_xObject_ZT), S_OK);
+    EXPECT_THAT(NumbersOf(*none.m_pArray), ElementsAre(5));
 }
 
 TEST_F(NumArrayOITest, CopyFromNeedsAnArrayOnBothSides) {

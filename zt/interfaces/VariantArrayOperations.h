@@ -28,8 +28,9 @@ public:
     virtual HRESULT SetAt(std::int32_t index, const VARIANT* element) = 0;
     /// Forwarded.
     virtual HRESULT ArrayOp4() = 0;
-    /// Forwarded with the object of the variant; with `VT_BYREF` the variant points to the
-    /// object's pointer. A null variant gives `DISP_E_PARAMNOTOPTIONAL`.
+    /// Forwarded with the object of the variant. A null variant gives
+    /// `DISP_E_PARAMNOTOPTIONAL`. With `VT_BYREF` the variant points to the object's pointer and
+    /// is read through without a look: it must point somewhere, whatever else its type says.
     ///
     /// The type is deliberately tested loosely: its low byte has to share a bit with `VT_UNKNOWN`.
     /// So `VT_DISPATCH` passes, and also types that hold no object at all, such as `VT_I4` and
