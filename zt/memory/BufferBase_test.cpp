@@ -344,7 +344,6 @@ TEST(BufferBase, RoomIsNeverUsedUpByRowsWithoutASize) {
     EXPECT_EQ(TextOf(rows), std::string("aabb\0\0cc", 8));
 }
 
-// 255 * 16843010 is 2^32 + 254, and 255 * 8421505 is 2^31 + 127.
 TEST(BufferBase, MoreRowsThanCanBeCountedRaiseTheMemoryException) {
     Rows rows(2, "aabb");
     rows.AllocateEx(2);
@@ -360,6 +359,7 @@ TEST(BufferBase, MoreRowsThanCanBeCountedRaiseTheMemoryException) {
     }
 }
 
+// 255 * 16843010 is 2^32 + 254, and 255 * 8421505 is 2^31 + 127.
 TEST(BufferBase, NoBlockOf4GiBIsTakenForSmaller) {
     Rows rows(255, std::string(255, 'a'));
     EXPECT_TRUE(Raises<CMemoryException>([&] { rows.AllocateEx(16843010); }));
